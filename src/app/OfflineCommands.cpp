@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/OfflineCommands.h"
+
+#include <array>
+
+namespace app {
+
+namespace {
+
+// One row per verb; the verbs' code lives with its subsystem.
+const std::array<OfflineCommand, 0> kCommands{{}};
+
+} // namespace
+
+std::span<const OfflineCommand> offlineCommands()
+{
+    return kCommands;
+}
+
+const OfflineCommand* findOfflineCommand(const QString& verb)
+{
+    for (const OfflineCommand& c : kCommands) {
+        if (verb == QLatin1String(c.name))
+            return &c;
+    }
+    return nullptr;
+}
+
+} // namespace app

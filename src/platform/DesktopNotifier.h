@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace platform {
+
+struct Notification
+{
+    QString title;
+    QString body;
+    QString filePath; // a click shows this file, when set
+};
+
+class DesktopNotifier
+{
+public:
+    virtual ~DesktopNotifier() = default;
+    // `delivered` runs once the notification server has accepted it.
+    virtual void notify(const Notification& notification, std::function<void()> delivered = {}) = 0;
+};
+
+} // namespace platform
