@@ -4,12 +4,18 @@
 include(GoogleTest)
 
 # kelvo_test(name LABEL unit|gui|x11 SOURCES ... LIBS ... [ENVIRONMENT ...])
+# unit: gtest_main, no display. gui: a QApplication on the offscreen platform
+# (tests/support/GuiTestMain.cpp). x11: brings its own main.
 function(kelvo_test name)
   cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBS;ENVIRONMENT" ${ARGN})
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
   endif()
   find_package(GTest REQUIRED)
+  if(ARG_LABEL STREQUAL "gui")
+    list(APPEND ARG_SOURCES ${PROJECT_SOURCE_DIR}/tests/support/GuiTestMain.cpp)
+    list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+  endif()
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock)
   if(NOT ARG_LABEL STREQUAL "x11" AND NOT ARG_LABEL STREQUAL "gui")
