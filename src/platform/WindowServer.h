@@ -36,6 +36,9 @@ public:
 
     // Whether pictures of other clients' windows can be had at all.
     [[nodiscard]] virtual bool canSeeOtherClients() = 0;
+
+    // Lets go of the frozen desktop once a capture has ended.
+    virtual void thaw() {}
 };
 
 } // namespace platform
