@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "settings/SettingsStore.h"
+
+#include <QSettings>
+
+namespace settings {
+
+// The preferences file: an INI file, by default
+// $XDG_CONFIG_HOME/kelvo/kelvo.conf. INI keeps only text, so numbers and
+// booleans come back as strings after a restart; Defaults reads both forms.
+class QSettingsStore final : public SettingsStore
+{
+public:
+    QSettingsStore();
+    explicit QSettingsStore(const QString& iniPath);
+
+    [[nodiscard]] static QString defaultPath();
+    [[nodiscard]] QString path() const { return m_settings.fileName(); }
+
+    [[nodiscard]] QVariant value(const QString& key) const override;
+    [[nodiscard]] bool contains(const QString& key) const override;
+    void setValue(const QString& key, const QVariant& value) override;
+    void remove(const QString& key) override;
+    bool sync() override;
+    [[nodiscard]] QStringList allKeys() const override;
+
+private:
+    QSettings m_settings;
+};
+
+} // namespace settings
