@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/OfflineCommands.h"
 
+#include "colour/logic/ColourNameCommand.h"
+
 #include <array>
 
 namespace app {
@@ -8,7 +10,10 @@ namespace app {
 namespace {
 
 // One row per verb; the verbs' code lives with its subsystem.
-const std::array<OfflineCommand, 0> kCommands{{}};
+const std::array<OfflineCommand, 1> kCommands{{
+    {"colour-name", "colour-name RRGGBB  print the nearest named colour as JSON",
+     &colour::runColourNameCommand},
+}};
 
 } // namespace
 
