@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "settings/PreferenceActions.h"
+#include "settings/SavePathMenu.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QCheckBox;
+class QLabel;
+class QRadioButton;
+
+namespace platform {
+class Autostart;
+}
+
+namespace settings {
+class Defaults;
+}
+
+namespace app {
+
+class PopUpButton;
+
+// The Preferences window. Every control writes its preference the moment it
+// changes; there is nothing to apply or save. The controls show the stored
+// values when the window is made and after reloadFromDefaults().
+class PreferencesWindow final : public QWidget
+{
+    Q_OBJECT
+public:
+    // Asks for a folder, starting in startFolder; an empty answer means
+    // the user cancelled. Replaceable so that tests need no dialog.
+    using FolderChooser = std::function<QString(QWidget* parent, const QString& startFolder)>;
+
+    PreferencesWindow(settings::Defaults& defaults, platform::Autostart& autostart,
+                      QWidget* parent = nullptr);
+    ~PreferencesWindow() override;
+
+    void setFolderChooser(FolderChooser chooser);
+    void reloadFromDefaults();
+
+Q_SIGNALS:
+    // The tray icon is to be hidden (true) or shown again (false).
+    void hideMenuBarIconChanged(bool hidden);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    void buildControls();
+    void connectControls();
+    void showSavePathMenu();
+    void savePathChosen(int index);
+    void showQuality(const settings::QualityButtons& buttons);
+    void startAtLoginClicked(bool on);
+
+    settings::Defaults& m_defaults;
+    platform::Autostart& m_autostart;
+    settings::SavePathMenu m_savePathMenu;
+    FolderChooser m_chooseFolder;
+
+    QLabel* m_version = nullptr;
+    QCheckBox* m_startAtLogin = nullptr;
+    QLabel* m_loginItemError = nullptr;
+    QCheckBox* m_hideMenuBarIcon = nullptr;
+    QCheckBox* m_playSound = nullptr;
+    QCheckBox* m_notify = nullptr;
+    PopUpButton* m_savePath = nullptr;
+    PopUpButton* m_format = nullptr;
+    QRadioButton* m_normalQuality = nullptr;
+    QRadioButton* m_retinaQuality = nullptr;
+    PopUpButton* m_delay = nullptr;
+};
+
+} // namespace app
