@@ -37,6 +37,9 @@ void QSettingsStore::setValue(const QString& key, const QVariant& value)
 
 void QSettingsStore::remove(const QString& key)
 {
+    // QSettings reads an empty key as "every key".
+    if (key.isEmpty())
+        return;
     m_settings.remove(key);
 }
 

@@ -67,6 +67,7 @@ TEST(SettingsIniFile, ValuesSurviveARestartAndKeepTheirReadings)
     EXPECT_FALSE(defaults.contains(keys::kDefaultMicIdKey));
 
     defaults.removeObjectForKey(keys::installTime);
+    defaults.removeObjectForKey(QString()); // removes no other key
     EXPECT_TRUE(defaults.synchronize());
     QSettingsStore again(ini);
     EXPECT_FALSE(again.contains(keys::installTime));
