@@ -99,9 +99,8 @@ inline Pixels pixelsOf(const scroll::Frame& frame)
     return out;
 }
 
-// A page of scattered marks on a light background: every row differs from
-// every other in some pixel by far more than the matching tolerance, so each
-// shift has exactly one answer.
+// A page of noise: every row differs from every other in some pixel by far
+// more than the matching tolerance, so each shift has exactly one answer.
 inline Pixels texturedPage(int width, int height, std::uint32_t seed)
 {
     Pixels page(width, height);
@@ -150,6 +149,52 @@ inline Pixels windowFrame(const Pixels& content, int offset, int height, const C
     return frame;
 }
 
+// What the finished picture must look like: the expected rows, with the
+// last point column left transparent.
+inline Pixels withLostColumn(Pixels picture, int scale)
+{
+    for (int y = 0; y < picture.height; ++y)
+        for (int x = picture.width - scale; x < picture.width; ++x)
+            picture.set(x, y, {0, 0, 0, 0});
+    return picture;
+}
+
+// Vertical stripes: every row alike, as a side bar or a scroll bar is.
+inline Pixels stripes(int width, int height, std::uint32_t seed)
+{
+    const Pixels one = texturedPage(width, 1, seed);
+    Pixels bar(width, height);
+    for (int y = 0; y < height; ++y)
+        bar.paste(one, 0, y);
+    return bar;
+}
+
+// The picture a capture of a window with this chrome must come to: the
+// header, every content row from the top to the last one shown, the footer.
+inline Pixels expectedPicture(const Pixels& content, int contentRows, const Chrome& chrome,
+                              int scale)
+{
+    const int width = content.width + chrome.leftBar.width + chrome.rightBar.width;
+    Chrome noFixedRows{Pixels(width, 0), Pixels(width, 0), chrome.leftBar.rows(0, 1),
+                       chrome.rightBar.rows(0, 1)};
+    Pixels picture = chrome.header;
+    for (int r = 0; r < contentRows; ++r) {
+        const Pixels row = windowFrame(content.rows(r, 1), 0, 1, noFixedRows);
+        picture.append(row);
+    }
+    picture.append(chrome.footer);
+    return withLostColumn(picture, scale);
+}
+
+// A window with a 30-row header, a 20-row footer and side bars of 25 and
+// 12 columns, whose header rows are all distinct.
+inline Chrome windowChrome(int contentWidth, int frameHeight)
+{
+    const int width = contentWidth + 25 + 12;
+    return {texturedPage(width, 30, 11), texturedPage(width, 20, 12), stripes(25, frameHeight, 13),
+            stripes(12, frameHeight, 14)};
+}
+
 // A scrolling capture over frames taken elsewhere at the full capture
 // area, the wheel turned one step down before each frame after the first.
 struct Session
@@ -191,15 +236,5 @@ struct Session
         return out;
     }
 };
-
-// What the finished picture must look like: the expected rows, with the
-// last point column left transparent.
-inline Pixels withLostColumn(Pixels picture, int scale)
-{
-    for (int y = 0; y < picture.height; ++y)
-        for (int x = picture.width - scale; x < picture.width; ++x)
-            picture.set(x, y, {0, 0, 0, 0});
-    return picture;
-}
 
 } // namespace scrolltest
