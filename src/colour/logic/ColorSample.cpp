@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <vector>
 
 namespace colour {
 
@@ -40,6 +41,29 @@ QImage cutSample(const QImage& frozenScreen, double devicePixelRatio, QRectF rec
     painter.setCompositionMode(QPainter::CompositionMode_Source);
     painter.drawImage(QPoint(source.x() - x0, source.y() - y0), part);
     return sample;
+}
+
+QImage enlargeSample(const QImage& sample, int side)
+{
+    if (sample.isNull() || side <= 0)
+        return {};
+    const QImage source = sample.format() == QImage::Format_ARGB32_Premultiplied
+                              ? sample
+                              : sample.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage out(side, side, QImage::Format_ARGB32_Premultiplied);
+    const int w = source.width();
+    const int h = source.height();
+    std::vector<int> column(static_cast<std::size_t>(side));
+    for (int x = 0; x < side; ++x)
+        column[static_cast<std::size_t>(x)] = static_cast<int>(static_cast<qint64>(x) * w / side);
+    for (int y = 0; y < side; ++y) {
+        const auto* in = reinterpret_cast<const QRgb*>(
+            source.constScanLine(static_cast<int>(static_cast<qint64>(y) * h / side)));
+        auto* line = reinterpret_cast<QRgb*>(out.scanLine(y));
+        for (int x = 0; x < side; ++x)
+            line[x] = in[column[static_cast<std::size_t>(x)]];
+    }
+    return out;
 }
 
 ReadoutTextStyle textStyleForMean(double mean)

@@ -41,6 +41,12 @@ struct SampleAnalysis
 [[nodiscard]] QImage cutSample(const QImage& frozenScreen, double devicePixelRatio,
                                QRectF rectPoints);
 
+// The sample enlarged to `side` pixels square with every pixel kept a sharp
+// square (nearest neighbour), in Format_ARGB32_Premultiplied. Done by hand because the painter's
+// scaled drawing hands a square this small to its thread pool, which costs more than the whole
+// redraw.
+[[nodiscard]] QImage enlargeSample(const QImage& sample, int side);
+
 [[nodiscard]] ReadoutTextStyle textStyleForMean(double mean);
 
 // Sums R + G + B over every pixel and picks the pixel at column h/2, row w/2.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QImage>
 #include <QLineF>
 #include <QPointF>
 #include <QRectF>
@@ -24,6 +25,16 @@ inline constexpr int kSmallFontSize = 10;
 // Where the grid lines sit, both ways: 5.5, 10.5, ... 115.5, so that each
 // one-point line fills the point row or column just above its multiple of 5.
 [[nodiscard]] std::vector<double> gridLines();
+
+// The grid's colour: gray 0.5 at alpha 0.25.
+inline constexpr double kGridGray = 0.5;
+inline constexpr double kGridAlpha = 0.25;
+
+// Blends the grid into the enlarged sample (the square at `ratio` device
+// pixels per point, Format_ARGB32_Premultiplied), as source-over strokes of
+// one point would, crossings blended twice. Done on the pixels because the
+// painter's translucent fills cost far more than the rest of a redraw.
+void blendGrid(QImage& square, double ratio);
 
 // The outline, stroked with kFrameLineWidth so it fills the outer 2 points.
 [[nodiscard]] QRectF frameRect();

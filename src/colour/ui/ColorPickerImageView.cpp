@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
+
 namespace colour {
 
 namespace {
@@ -78,22 +80,24 @@ void ColorPickerImageView::paint(QPainter& painter, QPointF pointerInOverlay)
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    if (!sample.isNull())
-        painter.drawImage(QRectF(0.0, 0.0, side, side), sample);
+    // The enlarged pixels and the grid over them, made as one picture at the
+    // device's resolution (nothing to enlarge without a frozen screen).
+    const double ratio = painter.device() ? painter.device()->devicePixelRatio() : 1.0;
+    const int squarePixels = static_cast<int>(std::lround(side * ratio));
+    QImage square = enlargeSample(sample, squarePixels);
+    if (square.isNull()) {
+        square = QImage(squarePixels, squarePixels, QImage::Format_ARGB32_Premultiplied);
+        square.fill(Qt::transparent);
+    }
+    readout::blendGrid(square, ratio);
+    square.setDevicePixelRatio(ratio);
+    painter.drawImage(QPointF(0.0, 0.0), square);
 
     // Lines in the square's own y-up coordinates.
     painter.save();
     painter.translate(0.0, side);
     painter.scale(1.0, -1.0);
     painter.setBrush(Qt::NoBrush);
-
-    QPen gridPen(QColor::fromRgbF(0.5f, 0.5f, 0.5f, 0.25f), 1.0);
-    gridPen.setCapStyle(Qt::FlatCap);
-    painter.setPen(gridPen);
-    for (double at : readout::gridLines()) {
-        painter.drawLine(QLineF(at, 0.0, at, side));
-        painter.drawLine(QLineF(0.0, at, side, at));
-    }
 
     const QColor branding = qorvani::qorvaniBrandingColor().toQColor();
     QPen framePen(branding, readout::kFrameLineWidth);

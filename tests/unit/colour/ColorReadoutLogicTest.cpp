@@ -166,3 +166,28 @@ TEST(ColorReadoutLayout, TextsSitAtTheirBasePointsWithAnEightfoldHalo)
     EXPECT_EQ(halo[4], QPointF(-0.7, 0.7));
     EXPECT_EQ(halo[7], QPointF(0.7, -0.7));
 }
+
+TEST(ColorReadoutLayout, EnlargedSampleKeepsSharpBlocksUnderAOnePointGrid)
+{
+    QImage sample = filled(24, 24, qRgb(0, 0, 0));
+    sample.setPixel(3, 0, qRgb(255, 0, 0));
+    QImage square = enlargeSample(sample, 240);
+    ASSERT_EQ(square.size(), QSize(240, 240));
+    for (int x = 28; x < 42; ++x)
+        EXPECT_EQ(square.pixel(x, 5), x >= 30 && x < 40 ? qRgb(255, 0, 0) : qRgb(0, 0, 0)) << x;
+
+    // At 2 pixels per point the line at 5.5 covers device columns 10 and
+    // 11, and rows 228 and 229 (points 5 to 6 above the bottom edge).
+    readout::blendGrid(square, 2.0);
+    const QRgb gridOnBlack = square.pixel(10, 100);
+    EXPECT_EQ(qRed(gridOnBlack), 32);
+    EXPECT_EQ(qAlpha(gridOnBlack), 255);
+    EXPECT_EQ(square.pixel(11, 100), gridOnBlack);
+    EXPECT_EQ(square.pixel(9, 100), qRgb(0, 0, 0));
+    EXPECT_EQ(square.pixel(12, 100), qRgb(0, 0, 0));
+    EXPECT_EQ(square.pixel(102, 229), gridOnBlack);
+    EXPECT_EQ(square.pixel(102, 228), gridOnBlack);
+    EXPECT_EQ(square.pixel(102, 230), qRgb(0, 0, 0));
+    EXPECT_EQ(square.pixel(102, 227), qRgb(0, 0, 0));
+    EXPECT_GT(qRed(square.pixel(10, 229)), qRed(gridOnBlack)); // crossings blend twice
+}
