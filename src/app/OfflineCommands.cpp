@@ -2,6 +2,7 @@
 #include "app/OfflineCommands.h"
 
 #include "colour/logic/ColourNameCommand.h"
+#include "scroll/cli/StitchCommand.h"
 
 #include <array>
 
@@ -10,9 +11,13 @@ namespace app {
 namespace {
 
 // One row per verb; the verbs' code lives with its subsystem.
-const std::array<OfflineCommand, 1> kCommands{{
+const std::array<OfflineCommand, 2> kCommands{{
     {"colour-name", "colour-name RRGGBB  print the nearest named colour as JSON",
      &colour::runColourNameCommand},
+    {"stitch",
+     "stitch [--scale N] [--app-id ID] FRAME.png... -o OUT.png  stitch the frames of a scrolled "
+     "window into one picture",
+     &scroll::runStitchCommand},
 }};
 
 } // namespace
