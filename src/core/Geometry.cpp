@@ -7,8 +7,7 @@ namespace core {
 
 ScreenLayout::ScreenLayout(std::vector<ScreenInfo> screens)
     : m_screens(std::move(screens))
-{
-}
+{}
 
 double ScreenLayout::deepestHeight() const
 {

@@ -15,7 +15,7 @@ namespace core {
 struct ScreenInfo
 {
     QString name;
-    QRectF frame; // global top-left, points
+    QRectF frame;       // global top-left, points
     double scale = 1.0; // backingScaleFactor: pixels per point
 
     bool operator==(const ScreenInfo&) const = default;
@@ -76,6 +76,17 @@ public:
 private:
     std::vector<ScreenInfo> m_screens;
 };
+
+// Between a view's y-up drawing coordinates and Qt's y-down widget
+// coordinates, for a view `height` points high. Its own inverse.
+[[nodiscard]] inline QPointF flipped(QPointF p, double height)
+{
+    return {p.x(), height - p.y()};
+}
+[[nodiscard]] inline QRectF flipped(const QRectF& r, double height)
+{
+    return {r.x(), height - r.y() - r.height(), r.width(), r.height()};
+}
 
 // The mouse-in-rect test of an unflipped view: x in [minX, maxX), y in (minY, maxY].
 [[nodiscard]] bool mouseInRect(QPointF p, const QRectF& r);

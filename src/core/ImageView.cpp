@@ -21,8 +21,9 @@ bool ImageView::isValid() const
     const auto rowLength = static_cast<std::ptrdiff_t>(width) * 4;
     if (strideBytes < rowLength)
         return false;
-    const auto needed = static_cast<std::size_t>(height - 1) * static_cast<std::size_t>(strideBytes) +
-                        static_cast<std::size_t>(rowLength);
+    const auto needed =
+        static_cast<std::size_t>(height - 1) * static_cast<std::size_t>(strideBytes) +
+        static_cast<std::size_t>(rowLength);
     return needed <= byteCount();
 }
 
