@@ -14,10 +14,10 @@ namespace platform {
 // panels, 101 for menus and popups.
 struct WindowRecord
 {
-    std::uint32_t number = 0; // the X id of the client window
-    QString name; // empty when the window has none
-    bool hasName = false; // a title is present at all (even an empty one)
-    QString ownerName; // the owning process' command name
+    std::uint32_t number = 0; // the X id of the top-level (frame) window
+    QString name;             // empty when the window has none
+    bool hasName = false;     // a title is present at all (even an empty one)
+    QString ownerName;        // the owning process' command name
     std::int64_t ownerPid = 0;
     QString bundleIdentifier; // the class part of WM_CLASS
     int layer = 0;
