@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "capture/logic/CaptureState.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QRectF>
+
+#include <cstdint>
+
+class QScreen;
+
+namespace platform {
+class WindowServer;
+}
+
+namespace capture {
+
+class QNClipScreenManager;
+class QNClipView;
+class QNClipWindow;
+
+// One screen of a running capture: its overlay window and view, built by
+// startCaptureWithScreen() and torn down by endCapture().
+class QNClipWindowController : public QObject
+{
+    Q_OBJECT
+public:
+    QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
+                           platform::WindowServer& windowServer);
+    ~QNClipWindowController() override;
+
+    void startCaptureWithScreen(int screenIndex, QScreen* screen, const QRectF& frame,
+                                double scale);
+    void endCapture();
+    // Ends this screen and, through the manager, every other one.
+    void cancel();
+    void startAnnotation(bool underMouse);
+
+    [[nodiscard]] int screen() const { return m_screenIndex; }
+    [[nodiscard]] QNClipWindow* window() const { return m_window; }
+    [[nodiscard]] QNClipView* clipView() const { return m_clipView; }
+    void clearDelegate() { m_delegate = nullptr; }
+
+    std::uint32_t lastWindowNumber = 0;
+    std::uint32_t currentWindowNumber = 0;
+    QRectF lastWindowRect;
+
+private:
+    QNClipScreenManager* m_delegate;
+    CaptureState& m_state;
+    platform::WindowServer& m_windowServer;
+    int m_screenIndex = -1;
+    QNClipWindow* m_window = nullptr; // owned; deleted in endCapture
+    QNClipView* m_clipView = nullptr; // child of m_window
+};
+
+} // namespace capture
