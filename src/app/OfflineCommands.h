@@ -14,7 +14,7 @@ namespace app {
 struct OfflineCommand
 {
     const char* name;
-    const char* usage; // one line for --help
+    const char* usage;                        // one line for --help
     int (*run)(const QStringList& arguments); // arguments after the verb
 };
 

@@ -1,22 +1,152 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "app/KelvoBus.h"
 #include "app/OfflineCommands.h"
+#include "platform/freedesktop/XdgAutostart.h"
+#include "platform/linux/CanberraSoundPlayer.h"
+#include "platform/linux/PulseAudioDevices.h"
+#include "platform/x11/X11PointerControl.h"
+#include "platform/x11/X11WindowServer.h"
+#include "settings/QSettingsStore.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QTextStream>
+#include <QTimer>
 
-#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace {
+
+constexpr char kInstanceMarker[] = "KELVO_BECOME_INSTANCE";
+
+QTextStream& err()
+{
+    static QTextStream stream(stderr);
+    return stream;
+}
+
+// Hands the request to the instance that already runs. Answers the exit
+// code, or -1 when no instance runs and this process should become it.
+int forwardToRunningInstance(const app::CommandLine& cl, int argc, char** argv)
+{
+    QCoreApplication probe(argc, argv);
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return -1;
+    const auto owner = bus.interface()->isServiceRegistered(QString::fromLatin1(app::kBusService));
+    if (!owner.isValid() || !owner.value())
+        return -1;
+    if (cl.verb == app::CommandLine::Verb::Gui) {
+        const QString error =
+            app::KelvoBus::callRunningInstance(QStringLiteral("ScreenShotsByTessikGroup"));
+        if (!error.isEmpty()) {
+            err() << "kelvo: the running instance did not answer: " << error << '\n';
+            return app::exitcode::Error;
+        }
+        return app::exitcode::Done;
+    }
+    if (!cl.documents.isEmpty()) {
+        err()
+            << "kelvo: Kelvo is already running; pictures are opened by the running instance only "
+               "when it was started with them\n";
+        return app::exitcode::Error;
+    }
+    err() << "kelvo: Kelvo is already running\n";
+    return app::exitcode::Done;
+}
+
+int runInstance(const app::CommandLine& cl, int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    app::AppDelegate::Services services;
+    services.store = std::make_unique<settings::QSettingsStore>();
+    auto windowServer = std::make_unique<platform::x11::X11WindowServer>();
+    if (!windowServer->isConnected()) {
+        err() << "kelvo: cannot connect to the X server (is DISPLAY set?)\n";
+        return app::exitcode::Error;
+    }
+    services.windowServer = std::move(windowServer);
+    services.pointer = std::make_unique<platform::x11::X11PointerControl>();
+    services.sound = std::make_unique<platform::linux_desktop::CanberraSoundPlayer>();
+    services.autostart = std::make_unique<platform::freedesktop::XdgAutostart>(
+        platform::freedesktop::XdgAutostart::defaultPath(),
+        QCoreApplication::applicationFilePath());
+    services.audio = std::make_unique<platform::linux_desktop::PulseAudioDevices>();
+    app::AppDelegate delegate(std::move(services));
+
+    if (!delegate.registerOnBus()) {
+        if (app::KelvoBus::sessionBusAvailable()) {
+            // Another instance won the race for the name: hand over to it.
+            if (cl.verb == app::CommandLine::Verb::Gui)
+                return app::KelvoBus::callRunningInstance(
+                           QStringLiteral("ScreenShotsByTessikGroup"))
+                               .isEmpty()
+                           ? app::exitcode::Done
+                           : app::exitcode::Error;
+            err() << "kelvo: Kelvo is already running\n";
+            return app::exitcode::Done;
+        }
+        err() << "kelvo: no D-Bus session bus; running without single-instance control\n";
+    }
+    delegate.applicationDidFinishLaunching();
+    if (!cl.documents.isEmpty())
+        delegate.openURLs(cl.documents);
+    if (cl.verb == app::CommandLine::Verb::Gui)
+        QTimer::singleShot(0, &delegate, &app::AppDelegate::regionalScreenshots);
+    return QApplication::exec();
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    QCoreApplication::setOrganizationName(QStringLiteral("kelvo"));
+    QCoreApplication::setApplicationName(QStringLiteral("kelvo"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KELVO_VERSION));
+
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
-    if (!args.isEmpty()) {
-        if (const app::OfflineCommand* command = app::findOfflineCommand(args.first())) {
-            QCoreApplication core(argc, argv);
-            return command->run(args.mid(1));
-        }
+    const app::CommandLine cl = app::CommandLine::parse(args);
+
+    switch (cl.verb) {
+    case app::CommandLine::Verb::Help:
+        QTextStream(stdout) << app::CommandLine::usage();
+        return app::exitcode::Done;
+    case app::CommandLine::Verb::Version:
+        QTextStream(stdout) << "kelvo " << KELVO_VERSION << '\n';
+        return app::exitcode::Done;
+    case app::CommandLine::Verb::Invalid:
+        err() << "kelvo: " << cl.error << "\nTry 'kelvo --help'.\n";
+        return app::exitcode::Error;
+    case app::CommandLine::Verb::Offline: {
+        QCoreApplication core(argc, argv);
+        return app::findOfflineCommand(cl.offlineVerb)->run(cl.arguments);
     }
-    QTextStream(stderr) << "kelvo: nothing to do yet\n";
-    return 1;
+    case app::CommandLine::Verb::Tray:
+    case app::CommandLine::Verb::Gui:
+        break;
+    }
+
+    // The quick path: a plain core application asks the bus whether Kelvo
+    // runs and forwards the request. Only when it does not does this process
+    // become the instance, started afresh so that it can be a full GUI
+    // application.
+    if (std::getenv(kInstanceMarker) == nullptr) {
+        const int forwarded = forwardToRunningInstance(cl, argc, argv);
+        if (forwarded >= 0)
+            return forwarded;
+        setenv(kInstanceMarker, "1", 1);
+        execv("/proc/self/exe", argv);
+        err() << "kelvo: cannot start the instance\n";
+        return app::exitcode::Error;
+    }
+    unsetenv(kInstanceMarker);
+    return runInstance(cl, argc, argv);
 }

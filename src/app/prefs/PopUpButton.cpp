@@ -97,8 +97,9 @@ QSize PopUpButton::sizeHint() const
 
 QSize PopUpButton::minimumSizeHint() const
 {
-    // Long titles are elided when space is short.
-    return sizeForText(0);
+    // Long titles are elided when space is short, so the button never needs
+    // more than the width it is allowed.
+    return sizeForText(0).boundedTo(maximumSize());
 }
 
 void PopUpButton::paintEvent(QPaintEvent*)

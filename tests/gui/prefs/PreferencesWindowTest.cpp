@@ -266,7 +266,8 @@ TEST_F(PrefsWindow, EveryControlFitsInsideTheWindow)
             continue;
         const QRect r(w->mapTo(&window, QPoint(0, 0)), w->size());
         EXPECT_TRUE(inside.contains(r)) << w->objectName().toStdString();
-        EXPECT_GE(w->width(), w->minimumSizeHint().width()) << w->objectName().toStdString();
+        EXPECT_GE(w->width(), w->minimumSizeHint().width())
+            << w->metaObject()->className() << " " << w->objectName().toStdString();
     }
     const QImage shot = window.grab().toImage();
     ASSERT_FALSE(shot.isNull());

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "capture/logic/CaptureState.h"
+#include "core/MessageBus.h"
+
+#include <QImage>
+#include <QObject>
+#include <QVariantMap>
+
+#include <memory>
+
+namespace settings {
+class Defaults;
+class SettingsStore;
+} // namespace settings
+namespace platform {
+class AudioDevices;
+class Autostart;
+class PointerControl;
+class SoundPlayer;
+class WindowServer;
+} // namespace platform
+namespace capture {
+class QNClipScreenManager;
+}
+
+namespace app {
+
+class KelvoBus;
+class StatusItem;
+class PreferencesWindow;
+
+// The composition root: it owns every long-lived service and object of the
+// process, runs the start-up sequence and is home to the capture actions.
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+public:
+    // The services the application runs on; tests hand in their own.
+    struct Services
+    {
+        std::unique_ptr<settings::SettingsStore> store;
+        std::unique_ptr<platform::WindowServer> windowServer;
+        std::unique_ptr<platform::PointerControl> pointer;
+        std::unique_ptr<platform::SoundPlayer> sound;
+        std::unique_ptr<platform::Autostart> autostart;
+        std::unique_ptr<platform::AudioDevices> audio;
+    };
+
+    explicit AppDelegate(Services services, QObject* parent = nullptr);
+    ~AppDelegate() override;
+
+    // The start-up sequence; the second half is also the first-run set-up.
+    void applicationDidFinishLaunching();
+    void applicationDidStart();
+
+    // Claims the session bus; false when another instance owns it.
+    bool registerOnBus();
+
+    void regionalScreenshots();
+    void openURLs(const QStringList& paths);
+    void OpenPreferences();
+    void reset();
+    void Quit();
+
+    [[nodiscard]] bool isScreenRecordingEnable();
+    [[nodiscard]] bool isValidToVisitMicroPhone();
+    void showScreenRecordingPrompt();
+
+    [[nodiscard]] settings::Defaults& defaults() { return *m_defaults; }
+    [[nodiscard]] capture::QNClipScreenManager& clipScreenManager() { return *m_clipManager; }
+    [[nodiscard]] const QVariantMap& shortcutOfButton() const { return m_shortcutOfButton; }
+
+Q_SIGNALS:
+    // A picture that should float on the screen as a pin.
+    void pinRequested(const QImage& image);
+
+private:
+    void setStatusItemVisible(bool visible);
+
+    Services m_services;
+    std::unique_ptr<settings::Defaults> m_defaults;
+    core::MessageBus m_messages;
+    capture::CaptureState m_captureState;
+    std::unique_ptr<capture::QNClipScreenManager> m_clipManager;
+    KelvoBus* m_bus = nullptr;
+    StatusItem* m_statusItem = nullptr;
+    std::unique_ptr<PreferencesWindow> m_preferences; // made when first opened
+    QVariantMap m_shortcutOfButton;
+};
+
+} // namespace app

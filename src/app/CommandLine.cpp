@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CommandLine.h"
+
+#include "app/OfflineCommands.h"
+
+namespace app {
+
+CommandLine CommandLine::parse(const QStringList& args)
+{
+    CommandLine cl;
+    if (args.isEmpty())
+        return cl;
+    const QString& first = args.first();
+    cl.arguments = args.mid(1);
+    if (first == QLatin1String("-h") || first == QLatin1String("--help") ||
+        first == QLatin1String("help")) {
+        cl.verb = Verb::Help;
+    } else if (first == QLatin1String("-v") || first == QLatin1String("--version")) {
+        cl.verb = Verb::Version;
+    } else if (first == QLatin1String("gui")) {
+        cl.verb = Verb::Gui;
+        for (const QString& a : std::as_const(cl.arguments)) {
+            if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
+                cl.verb = Verb::Help;
+                return cl;
+            }
+            cl.verb = Verb::Invalid;
+            cl.error = QStringLiteral("unknown option for 'gui': %1").arg(a);
+            return cl;
+        }
+    } else if (findOfflineCommand(first) != nullptr) {
+        cl.verb = Verb::Offline;
+        cl.offlineVerb = first;
+    } else if (first.startsWith(QLatin1Char('-'))) {
+        cl.verb = Verb::Invalid;
+        cl.error = QStringLiteral("unknown option: %1").arg(first);
+    } else if (first.contains(QLatin1Char('/')) || first.contains(QLatin1Char('.'))) {
+        // Files handed to the application, as a file manager's "Open with".
+        cl.verb = Verb::Tray;
+        cl.documents = args;
+        cl.arguments.clear();
+    } else {
+        cl.verb = Verb::Invalid;
+        cl.error = QStringLiteral("unknown command: %1").arg(first);
+    }
+    return cl;
+}
+
+QString CommandLine::usage()
+{
+    QString text =
+        QStringLiteral("Usage: kelvo [COMMAND] [OPTIONS]\n"
+                       "\n"
+                       "Screenshots, mark-up and screen recording for the Linux desktop.\n"
+                       "Without a command, Kelvo starts in the system tray (once per session).\n"
+                       "\n"
+                       "Commands:\n"
+                       "  gui                 start a region capture in the running Kelvo\n"
+                       "                      (starting Kelvo first if it is not running)\n");
+    for (const OfflineCommand& c : offlineCommands())
+        text += QStringLiteral("  %1\n").arg(QString::fromUtf8(c.usage));
+    text += QStringLiteral("  FILE...             hand pictures to Kelvo\n"
+                           "\n"
+                           "Options:\n"
+                           "  -h, --help          show this help\n"
+                           "  -v, --version       show the version\n"
+                           "\n"
+                           "Exit codes: 0 done, 1 error, 2 cancelled.\n"
+                           "Preferences: $XDG_CONFIG_HOME/kelvo/kelvo.conf\n");
+    return text;
+}
+
+} // namespace app

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace app {
+
+// Exit codes every verb keeps, so scripts can tell the outcomes apart.
+namespace exitcode {
+inline constexpr int Done = 0;
+inline constexpr int Error = 1;
+inline constexpr int Cancelled = 2;
+} // namespace exitcode
+
+// What one invocation of `kelvo` asks for.
+struct CommandLine
+{
+    enum class Verb
+    {
+        Tray, // start the tray application (or do nothing if it runs)
+        Gui,  // a region capture in the running instance
+        Help,
+        Version,
+        Offline, // a verb that needs no desktop (stitch, colour-name, ...)
+        Invalid,
+    };
+
+    Verb verb = Verb::Tray;
+    QString offlineVerb;
+    QStringList arguments; // after the verb
+    QStringList documents; // files handed to the tray application
+    QString error;         // for Invalid
+
+    [[nodiscard]] static CommandLine parse(const QStringList& args);
+    [[nodiscard]] static QString usage();
+};
+
+} // namespace app
