@@ -5,7 +5,9 @@ include(GoogleTest)
 
 # kelvo_test(name LABEL unit|gui|x11 SOURCES ... LIBS ... [ENVIRONMENT ...])
 # unit: gtest_main, no display. gui: a QApplication on the offscreen platform
-# (tests/support/GuiTestMain.cpp). x11: brings its own main.
+# (tests/support/GuiTestMain.cpp). x11: a QCoreApplication
+# (tests/support/CoreTestMain.cpp); these run the real binary on a desktop
+# of their own, which the test starts.
 function(kelvo_test name)
   cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBS;ENVIRONMENT" ${ARGN})
   if(NOT ARG_TIMEOUT)
@@ -15,6 +17,8 @@ function(kelvo_test name)
   if(ARG_LABEL STREQUAL "gui")
     list(APPEND ARG_SOURCES ${PROJECT_SOURCE_DIR}/tests/support/GuiTestMain.cpp)
     list(APPEND ARG_ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+  elseif(ARG_LABEL STREQUAL "x11")
+    list(APPEND ARG_SOURCES ${PROJECT_SOURCE_DIR}/tests/support/CoreTestMain.cpp)
   endif()
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gtest GTest::gmock)

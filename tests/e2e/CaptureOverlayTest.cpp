@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A capture freezes every screen under an overlay and ends cleanly, on a
+// real two-monitor desktop.
+#include "support/KelvoProcess.h"
+#include "support/TestDesktop.h"
+#include "support/XSession.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace e2e;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QRect kPrimary(0, 0, 1920, 1080);
+const QRect kSecond(1920, 0, 1280, 1024);
+
+class CaptureOverlay : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+        x = std::make_unique<XSession>();
+        ASSERT_TRUE(x->isConnected());
+    }
+
+    // Starts the tray instance and waits until it answers on the bus.
+    void startKelvo(QProcessEnvironment env = {})
+    {
+        kelvo = std::make_unique<KelvoProcess>(QStringList{}, env);
+        ASSERT_TRUE(waitFor([] {
+            auto* bus = QDBusConnection::sessionBus().interface();
+            return bus != nullptr &&
+                   bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+        })) << kelvo->errors().toStdString();
+    }
+
+    // Both overlays mapped over their monitors, and the capture holds the
+    // keyboard (so it is ready for keys).
+    bool overlaysUp()
+    {
+        const auto windows = x->overlaysOf(kelvo->pid());
+        return windows.size() == 2 && windows[0].geometry == kPrimary &&
+               windows[1].geometry == kSecond && x->keyboardGrabbedByOther();
+    }
+    bool overlaysGone() { return x->overlaysOf(kelvo->pid()).empty(); }
+
+    void triggerCapture()
+    {
+        const auto result = KelvoProcess::run({QStringLiteral("gui")});
+        ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+    }
+
+    TestDesktop desktop;
+    std::unique_ptr<XSession> x;
+    std::unique_ptr<KelvoProcess> kelvo;
+};
+
+} // namespace
+
+TEST_F(CaptureOverlay, FreezesEveryScreenUntilEscapeEndsIt)
+{
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
+    startKelvo();
+    x->movePointer(100, 900);
+    const QImage before = x->grabRoot();
+
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+
+    // The window underneath changes; the screen keeps showing the moment of
+    // the trigger, on both monitors, pixel for pixel.
+    red.setColor(Qt::green);
+    ASSERT_TRUE(waitFor([&] { return x->grabRoot() == before; }));
+    EXPECT_EQ(x->pixel(500, 350), QColor(Qt::red));
+
+    x->tapKey("Escape");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); }));
+    // With the overlay gone the live desktop shows the change.
+    EXPECT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::green); }));
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(CaptureOverlay, RightClickEndsItAndANewCaptureWorksAfterwards)
+{
+    startKelvo();
+    x->movePointer(2500, 500); // on the second monitor
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->click(3);
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); }));
+
+    x->movePointer(800, 500);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(CaptureOverlay, SecondTriggerDuringACaptureChangesNothing)
+{
+    startKelvo();
+    x->movePointer(600, 600);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
+    const auto first = x->overlaysOf(kelvo->pid());
+
+    // The forwarded request has been handled when the command returns.
+    triggerCapture();
+    const auto second = x->overlaysOf(kelvo->pid());
+    ASSERT_EQ(second.size(), first.size());
+    for (std::size_t i = 0; i < first.size(); ++i)
+        EXPECT_EQ(second[i].id, first[i].id);
+
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+}
+
+TEST_F(CaptureOverlay, EscapeWithAModifierDoesNotCancel)
+{
+    startKelvo();
+    x->movePointer(600, 600);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
+    const auto first = x->overlaysOf(kelvo->pid());
+    x->tapKey("Escape", /*withShift=*/true);
+    // A trigger after the key: had Shift+Escape cancelled, this would start a
+    // fresh capture with new overlays; the same overlays must still be up.
+    triggerCapture();
+    const auto after = x->overlaysOf(kelvo->pid());
+    ASSERT_EQ(after.size(), 2u);
+    EXPECT_EQ(after[0].id, first[0].id);
+    EXPECT_EQ(after[1].id, first[1].id);
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+}
+
+TEST_F(CaptureOverlay, GuiStartsKelvoWhenItIsNotRunning)
+{
+    // No instance yet: `kelvo gui` becomes the instance and captures.
+    kelvo = std::make_unique<KelvoProcess>(QStringList{QStringLiteral("gui")});
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }, 15s)) << kelvo->errors().toStdString();
+    x->tapKey("Escape");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); }));
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(CaptureOverlay, FreezesAtScaleTwo)
+{
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    QProcessEnvironment env;
+    env.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
+    startKelvo(env);
+    x->movePointer(100, 900);
+    const QImage before = x->grabRoot();
+    triggerCapture();
+    // The overlays still cover each monitor's device pixels exactly, and
+    // show the frozen screen at full resolution, not a blurred half.
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    red.setColor(Qt::green);
+    EXPECT_TRUE(waitFor([&] { return x->grabRoot() == before; }));
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+}

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/KelvoProcess.h"
+
+#include "support/TestDesktop.h"
+
+namespace e2e {
+
+namespace {
+QProcessEnvironment environmentWith(const QProcessEnvironment& extra)
+{
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const QString& key : extra.keys())
+        env.insert(key, extra.value(key));
+    return env;
+}
+} // namespace
+
+KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra)
+    : m_process(std::make_unique<QProcess>())
+{
+    m_process->setProcessEnvironment(environmentWith(extra));
+    m_process->start(kelvoBinary(), arguments);
+    m_process->waitForStarted(10000);
+}
+
+KelvoProcess::~KelvoProcess()
+{
+    stop();
+}
+
+bool KelvoProcess::isRunning() const
+{
+    return m_process->state() == QProcess::Running;
+}
+
+qint64 KelvoProcess::pid() const
+{
+    return m_process->processId();
+}
+
+QString KelvoProcess::errors()
+{
+    m_errors += QString::fromLocal8Bit(m_process->readAllStandardError());
+    return m_errors;
+}
+
+void KelvoProcess::stop()
+{
+    if (m_process->state() == QProcess::NotRunning)
+        return;
+    m_process->terminate();
+    if (!m_process->waitForFinished(5000)) {
+        m_process->kill();
+        m_process->waitForFinished(5000);
+    }
+}
+
+KelvoProcess::Result KelvoProcess::run(const QStringList& arguments, QProcessEnvironment extra,
+                                       int timeoutMs)
+{
+    QProcess p;
+    p.setProcessEnvironment(environmentWith(extra));
+    p.start(kelvoBinary(), arguments);
+    Result r;
+    if (!p.waitForFinished(timeoutMs)) {
+        p.kill();
+        p.waitForFinished();
+        r.err = QStringLiteral("timed out");
+        return r;
+    }
+    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.out = QString::fromLocal8Bit(p.readAllStandardOutput());
+    r.err = QString::fromLocal8Bit(p.readAllStandardError());
+    return r;
+}
+
+} // namespace e2e

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+namespace e2e {
+
+// The real kelvo binary running on the test desktop.
+class KelvoProcess
+{
+public:
+    explicit KelvoProcess(QStringList arguments = {}, QProcessEnvironment extra = {});
+    ~KelvoProcess();
+
+    [[nodiscard]] bool isRunning() const;
+    [[nodiscard]] qint64 pid() const;
+    // What it wrote to stderr so far.
+    [[nodiscard]] QString errors();
+    void stop();
+
+    struct Result
+    {
+        int exitCode = -1;
+        QString out;
+        QString err;
+    };
+    // A one-shot command (`kelvo gui`, `kelvo --help`, ...) to its end.
+    [[nodiscard]] static Result run(const QStringList& arguments, QProcessEnvironment extra = {},
+                                    int timeoutMs = 30000);
+
+private:
+    std::unique_ptr<QProcess> m_process;
+    QString m_errors;
+};
+
+} // namespace e2e

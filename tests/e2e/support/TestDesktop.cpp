@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestDesktop.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QThread>
+
+#include <cstdlib>
+
+namespace e2e {
+
+QString sourceDir()
+{
+    return QStringLiteral(KELVO_SOURCE_DIR);
+}
+
+QString kelvoBinary()
+{
+    return QStringLiteral(KELVO_BINARY);
+}
+
+bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds timeout)
+{
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    while (true) {
+        if (condition())
+            return true;
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        QThread::msleep(20);
+    }
+}
+
+TestDesktop::TestDesktop(Options options)
+{
+    QStringList args{QStringLiteral("start"), m_dir.path()};
+    if (!options.twoMonitors)
+        args << QStringLiteral("--single");
+    if (options.compositor)
+        args << QStringLiteral("--compositor");
+    if (options.notifications)
+        args << QStringLiteral("--notifications");
+    QProcess start;
+    start.setProcessChannelMode(QProcess::MergedChannels);
+    start.start(sourceDir() + QStringLiteral("/scripts/desktop"), args);
+    if (!start.waitForFinished(60000) || start.exitCode() != 0) {
+        m_error = QString::fromLocal8Bit(start.readAll());
+        return;
+    }
+    QFile env(m_dir.path() + QStringLiteral("/env"));
+    if (!env.open(QIODevice::ReadOnly)) {
+        m_error = QStringLiteral("no env file");
+        return;
+    }
+    for (const QByteArray& line : env.readAll().split('\n')) {
+        const int eq = line.indexOf('=');
+        if (eq <= 0)
+            continue;
+        const QByteArray name = line.left(eq);
+        const QByteArray value = line.mid(eq + 1);
+        qputenv(name.constData(), value);
+        if (name == "DISPLAY")
+            m_display = QString::fromLatin1(value);
+    }
+    qputenv("XDG_CONFIG_HOME", configHome().toLocal8Bit());
+    qputenv("XDG_DATA_HOME", path(QStringLiteral("data")).toLocal8Bit());
+    qputenv("XDG_RUNTIME_DIR", m_dir.path().toLocal8Bit());
+    qunsetenv("WAYLAND_DISPLAY");
+    qunsetenv("QT_SCALE_FACTOR");
+    qunsetenv("QT_SCREEN_SCALE_FACTORS");
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    m_running = true;
+}
+
+TestDesktop::~TestDesktop()
+{
+    QProcess::execute(sourceDir() + QStringLiteral("/scripts/desktop"),
+                      {QStringLiteral("stop"), m_dir.path()});
+}
+
+} // namespace e2e

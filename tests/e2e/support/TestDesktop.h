@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <chrono>
+#include <functional>
+
+namespace e2e {
+
+// A private desktop for one test: X server, session bus, window manager
+// (see scripts/desktop). Its DISPLAY and bus address are put into this
+// process' environment, so every program the test starts runs on it. The
+// configuration home is a fresh folder too, so no preference leaks between
+// tests.
+class TestDesktop
+{
+public:
+    struct Options
+    {
+        bool twoMonitors = true;
+        bool compositor = false;
+        bool notifications = false;
+    };
+
+    explicit TestDesktop(Options options);
+    TestDesktop()
+        : TestDesktop(Options{})
+    {}
+    ~TestDesktop();
+    TestDesktop(const TestDesktop&) = delete;
+    TestDesktop& operator=(const TestDesktop&) = delete;
+
+    [[nodiscard]] bool isRunning() const { return m_running; }
+    [[nodiscard]] QString display() const { return m_display; }
+    [[nodiscard]] QString configHome() const { return m_dir.path() + QStringLiteral("/config"); }
+    [[nodiscard]] QString path(const QString& name) const { return m_dir.path() + '/' + name; }
+    [[nodiscard]] QString error() const { return m_error; }
+
+private:
+    QTemporaryDir m_dir;
+    QString m_display;
+    QString m_error;
+    bool m_running = false;
+};
+
+// Polls `condition` until it holds or `timeout` passes; the tests wait on
+// what they expect to see, never on fixed sleeps.
+bool waitFor(const std::function<bool()>& condition,
+             std::chrono::milliseconds timeout = std::chrono::seconds(10));
+
+// The repository's root and the kelvo binary under test.
+QString sourceDir();
+QString kelvoBinary();
+
+} // namespace e2e

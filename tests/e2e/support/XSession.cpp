@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/XSession.h"
+
+#include <X11/keysym.h>
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace e2e {
+
+namespace {
+template <typename T>
+using Reply = std::unique_ptr<T, decltype(&std::free)>;
+
+template <typename T>
+Reply<T> reply(T* r)
+{
+    return Reply<T>(r, &std::free);
+}
+
+std::uint32_t pixelOf(QColor c)
+{
+    return (static_cast<std::uint32_t>(c.red()) << 16) |
+           (static_cast<std::uint32_t>(c.green()) << 8) | static_cast<std::uint32_t>(c.blue());
+}
+} // namespace
+
+XSession::XSession()
+{
+    int screenNumber = 0;
+    xcb_connection_t* c = xcb_connect(nullptr, &screenNumber);
+    if (xcb_connection_has_error(c) != 0) {
+        xcb_disconnect(c);
+        return;
+    }
+    m_connection = c;
+    xcb_screen_iterator_t it = xcb_setup_roots_iterator(xcb_get_setup(c));
+    for (int i = 0; i < screenNumber; ++i)
+        xcb_screen_next(&it);
+    m_root = it.data->root;
+    m_depth = it.data->root_depth;
+}
+
+XSession::~XSession()
+{
+    if (m_connection != nullptr)
+        xcb_disconnect(m_connection);
+}
+
+void XSession::sync()
+{
+    auto r =
+        reply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+}
+
+xcb_atom_t XSession::atom(const char* name)
+{
+    auto r = reply(xcb_intern_atom_reply(
+        m_connection,
+        xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name),
+        nullptr));
+    return r ? r->atom : XCB_NONE;
+}
+
+QImage XSession::grabRoot(const QRect& rect)
+{
+    QRect r = rect;
+    if (r.isNull()) {
+        auto g = reply(
+            xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, m_root), nullptr));
+        r = QRect(0, 0, g->width, g->height);
+    }
+    auto image = reply(xcb_get_image_reply(
+        m_connection,
+        xcb_get_image(m_connection, XCB_IMAGE_FORMAT_Z_PIXMAP, m_root,
+                      static_cast<std::int16_t>(r.x()), static_cast<std::int16_t>(r.y()),
+                      static_cast<std::uint16_t>(r.width()), static_cast<std::uint16_t>(r.height()),
+                      ~0u),
+        nullptr));
+    if (!image)
+        return {};
+    QImage out(r.width(), r.height(), QImage::Format_RGB32);
+    const auto* data = xcb_get_image_data(image.get());
+    for (int y = 0; y < r.height(); ++y)
+        std::memcpy(out.scanLine(y), data + static_cast<std::size_t>(y) * r.width() * 4,
+                    static_cast<std::size_t>(r.width()) * 4);
+    return out;
+}
+
+QColor XSession::pixel(int x, int y)
+{
+    return grabRoot(QRect(x, y, 1, 1)).pixelColor(0, 0);
+}
+
+void XSession::movePointer(int x, int y)
+{
+    xcb_test_fake_input(m_connection, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, m_root,
+                        static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), 0);
+    sync();
+}
+
+void XSession::pressButton(int button)
+{
+    xcb_test_fake_input(m_connection, XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button),
+                        XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    sync();
+}
+
+void XSession::releaseButton(int button)
+{
+    xcb_test_fake_input(m_connection, XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button),
+                        XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    sync();
+}
+
+void XSession::click(int button)
+{
+    pressButton(button);
+    releaseButton(button);
+}
+
+xcb_keycode_t XSession::keycodeOf(std::uint32_t keysym)
+{
+    const xcb_setup_t* setup = xcb_get_setup(m_connection);
+    const int count = setup->max_keycode - setup->min_keycode + 1;
+    auto map = reply(
+        xcb_get_keyboard_mapping_reply(m_connection,
+                                       xcb_get_keyboard_mapping(m_connection, setup->min_keycode,
+                                                                static_cast<std::uint8_t>(count)),
+                                       nullptr));
+    if (!map)
+        return 0;
+    const xcb_keysym_t* syms = xcb_get_keyboard_mapping_keysyms(map.get());
+    const int per = map->keysyms_per_keycode;
+    for (int i = 0; i < count; ++i) {
+        for (int j = 0; j < per; ++j) {
+            if (syms[i * per + j] == keysym)
+                return static_cast<xcb_keycode_t>(setup->min_keycode + i);
+        }
+    }
+    return 0;
+}
+
+void XSession::tapKey(const char* keysymName, bool withShift)
+{
+    std::uint32_t sym = 0;
+    if (std::strcmp(keysymName, "Escape") == 0)
+        sym = XK_Escape;
+    else if (std::strcmp(keysymName, "Return") == 0)
+        sym = XK_Return;
+    else if (std::strlen(keysymName) == 1)
+        sym = static_cast<unsigned char>(keysymName[0]);
+    const xcb_keycode_t code = keycodeOf(sym);
+    const xcb_keycode_t shift = keycodeOf(XK_Shift_L);
+    if (withShift)
+        xcb_test_fake_input(m_connection, XCB_KEY_PRESS, shift, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+                            0);
+    xcb_test_fake_input(m_connection, XCB_KEY_PRESS, code, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_test_fake_input(m_connection, XCB_KEY_RELEASE, code, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    if (withShift)
+        xcb_test_fake_input(m_connection, XCB_KEY_RELEASE, shift, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
+                            0);
+    sync();
+}
+
+bool XSession::keyboardGrabbedByOther()
+{
+    auto r =
+        reply(xcb_grab_keyboard_reply(m_connection,
+                                      xcb_grab_keyboard(m_connection, 0, m_root, XCB_CURRENT_TIME,
+                                                        XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                      nullptr));
+    if (r && r->status == XCB_GRAB_STATUS_SUCCESS) {
+        xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+        sync();
+        return false;
+    }
+    return r && r->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+}
+
+std::vector<XSession::Window> XSession::topLevels()
+{
+    std::vector<Window> out;
+    auto tree =
+        reply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, m_root), nullptr));
+    if (!tree)
+        return out;
+    const xcb_window_t* kids = xcb_query_tree_children(tree.get());
+    const int n = xcb_query_tree_children_length(tree.get());
+    const xcb_atom_t pidAtom = atom("_NET_WM_PID");
+    for (int i = n - 1; i >= 0; --i) {
+        auto attrs = reply(xcb_get_window_attributes_reply(
+            m_connection, xcb_get_window_attributes(m_connection, kids[i]), nullptr));
+        if (!attrs || attrs->map_state != XCB_MAP_STATE_VIEWABLE)
+            continue;
+        auto geo = reply(
+            xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, kids[i]), nullptr));
+        if (!geo)
+            continue;
+        Window w;
+        w.id = kids[i];
+        w.geometry = QRect(geo->x, geo->y, geo->width, geo->height);
+        w.overrideRedirect = attrs->override_redirect != 0;
+        auto pid = reply(xcb_get_property_reply(
+            m_connection,
+            xcb_get_property(m_connection, 0, kids[i], pidAtom, XCB_ATOM_CARDINAL, 0, 1), nullptr));
+        if (pid && xcb_get_property_value_length(pid.get()) == 4)
+            w.pid = *static_cast<const std::uint32_t*>(xcb_get_property_value(pid.get()));
+        auto name = reply(xcb_get_property_reply(
+            m_connection,
+            xcb_get_property(m_connection, 0, kids[i], XCB_ATOM_WM_NAME, XCB_ATOM_ANY, 0, 256),
+            nullptr));
+        if (name)
+            w.name = QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(name.get())),
+                                       xcb_get_property_value_length(name.get()));
+        out.push_back(w);
+    }
+    return out;
+}
+
+std::vector<XSession::Window> XSession::overlaysOf(std::int64_t pid)
+{
+    std::vector<Window> all = topLevels();
+    std::erase_if(all, [pid](const Window& w) {
+        return !w.overrideRedirect || static_cast<std::int64_t>(w.pid) != pid ||
+               w.name != QLatin1String("Kelvo capture");
+    });
+    std::sort(all.begin(), all.end(),
+              [](const Window& a, const Window& b) { return a.geometry.x() < b.geometry.x(); });
+    return all;
+}
+
+SolidWindow::SolidWindow(XSession& x, const QRect& rect, QColor color, const QString& title)
+    : m_x(x)
+{
+    xcb_connection_t* c = x.connection();
+    m_window = xcb_generate_id(c);
+    const std::uint32_t values[] = {pixelOf(color), XCB_EVENT_MASK_EXPOSURE};
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, m_window, x.root(),
+                      static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
+                      static_cast<std::uint16_t>(rect.width()),
+                      static_cast<std::uint16_t>(rect.height()), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                      XCB_COPY_FROM_PARENT, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+    const QByteArray name = title.toUtf8();
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                        static_cast<std::uint32_t>(name.size()), name.constData());
+    // Ask the window manager to keep the requested position.
+    std::uint32_t hints[18] = {};
+    hints[0] = 1 | 2 | 4 | 8; // USPosition | USSize | PPosition | PSize
+    hints[1] = static_cast<std::uint32_t>(rect.x());
+    hints[2] = static_cast<std::uint32_t>(rect.y());
+    hints[3] = static_cast<std::uint32_t>(rect.width());
+    hints[4] = static_cast<std::uint32_t>(rect.height());
+    xcb_change_property(c, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, 18, hints);
+    xcb_map_window(c, m_window);
+    x.sync();
+}
+
+SolidWindow::~SolidWindow()
+{
+    xcb_destroy_window(m_x.connection(), m_window);
+    m_x.sync();
+}
+
+void SolidWindow::setColor(QColor color)
+{
+    const std::uint32_t value = pixelOf(color);
+    xcb_change_window_attributes(m_x.connection(), m_window, XCB_CW_BACK_PIXEL, &value);
+    xcb_clear_area(m_x.connection(), 0, m_window, 0, 0, 0, 0);
+    m_x.sync();
+}
+
+} // namespace e2e

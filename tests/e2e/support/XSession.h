@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QRect>
+#include <QString>
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace e2e {
+
+// The test's own X client: it reads the screen as a person would see it
+// (a root grab), drives real input through XTest, and finds windows.
+class XSession
+{
+public:
+    XSession();
+    ~XSession();
+    XSession(const XSession&) = delete;
+    XSession& operator=(const XSession&) = delete;
+
+    [[nodiscard]] bool isConnected() const { return m_connection != nullptr; }
+    [[nodiscard]] xcb_connection_t* connection() const { return m_connection; }
+    [[nodiscard]] xcb_window_t root() const { return m_root; }
+    // Waits until the server has handled everything sent so far.
+    void sync();
+
+    // What is on screen, in root pixels (RGB32).
+    [[nodiscard]] QImage grabRoot(const QRect& rect = QRect());
+    [[nodiscard]] QColor pixel(int x, int y);
+
+    void movePointer(int x, int y);
+    void pressButton(int button);
+    void releaseButton(int button);
+    void click(int button);
+    // A key by its keysym name, e.g. "Escape", "a".
+    void tapKey(const char* keysymName, bool withShift = false);
+
+    struct Window
+    {
+        xcb_window_t id = 0;
+        QRect geometry; // root pixels
+        bool overrideRedirect = false;
+        std::uint32_t pid = 0;
+        QString name;
+    };
+    // Whether some client holds the keyboard grab (a capture does): a grab
+    // of our own is refused then. Ours, when it succeeds, is let go at once.
+    [[nodiscard]] bool keyboardGrabbedByOther();
+
+    // Viewable top-level windows, top of the stack first.
+    [[nodiscard]] std::vector<Window> topLevels();
+    // Kelvo's capture overlays that are on screen now.
+    [[nodiscard]] std::vector<Window> overlaysOf(std::int64_t pid);
+
+private:
+    [[nodiscard]] xcb_keycode_t keycodeOf(std::uint32_t keysym);
+    [[nodiscard]] xcb_atom_t atom(const char* name);
+
+    xcb_connection_t* m_connection = nullptr;
+    xcb_window_t m_root = 0;
+    int m_depth = 24;
+};
+
+// A plain client window in one solid colour, managed by the window manager
+// like any application's. Its colour can change while a capture runs, which
+// is how the tests prove that a capture shows a frozen picture.
+class SolidWindow
+{
+public:
+    SolidWindow(XSession& x, const QRect& rect, QColor color, const QString& title);
+    ~SolidWindow();
+    void setColor(QColor color);
+    [[nodiscard]] xcb_window_t id() const { return m_window; }
+
+private:
+    XSession& m_x;
+    xcb_window_t m_window = 0;
+};
+
+} // namespace e2e
