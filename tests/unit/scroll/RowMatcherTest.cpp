@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scroll/logic/RowMatcher.h"
 #include "SyntheticPage.h"
-#include "scroll/logic/ColumnList.h"
 
 #include <gtest/gtest.h>
 
@@ -173,20 +172,4 @@ TEST(ScrollFrame, CutsShareThePixelsAndAreClippedToTheFrame)
     EXPECT_TRUE(frame.cut(0, 10, 20, 5).isNull());
     EXPECT_TRUE(frame.cut(0, 0, 20, 0).isNull());
     EXPECT_TRUE(frame.cut(0, -2147483000, 20, 2147483000).isNull());
-}
-
-TEST(ScrollColumnList, GrayValuesPerColumnTopToBottom)
-{
-    Pixels picture(3, 2);
-    picture.set(1, 0, {30, 20, 10, 255});
-    picture.set(1, 1, {0, 0, 200, 255});
-    const auto columns = scroll::ColumnList::of(picture.frame());
-    ASSERT_EQ(columns.count(), 3);
-    ASSERT_EQ(columns.length(), 2);
-    const auto middle = columns.column(1);
-    EXPECT_EQ(middle[0], static_cast<int>(0.3 * 10 + 0.59 * 20 + 0.11 * 30));
-    EXPECT_EQ(middle[1], 60);
-    EXPECT_EQ(columns.column(2)[1], 255);
-    EXPECT_TRUE(columns.column(3).empty());
-    EXPECT_TRUE(scroll::ColumnList::of(scroll::Frame()).isEmpty());
 }

@@ -5,7 +5,6 @@
 // read one byte past a row or a frame stops the run.
 
 #include "SyntheticPage.h"
-#include "scroll/logic/ColumnList.h"
 #include "scroll/logic/RowMatcher.h"
 
 #include <gtest/gtest.h>
@@ -213,25 +212,6 @@ TEST(ScrollFuzz, RowAndColumnComparisonsStayInsideRowsOfAnyLength)
         }
         if (app == "x") {
             ASSERT_TRUE(fit);
-        }
-    }
-}
-
-TEST(ScrollFuzz, ColumnListsOfTruncatedAndPaddedFrames)
-{
-    Fuzzer fuzz(8);
-    for (int n = 0; n < 400; ++n) {
-        Fuzzer::Buffer buffer = fuzz.buffer(nullptr);
-        const auto frame = scroll::Frame::wrap(buffer.view, buffer.bytes);
-        if (!frame)
-            continue;
-        const auto columns = scroll::ColumnList::of(*frame);
-        ASSERT_EQ(columns.count(), frame->width());
-        const scroll::Frame part = frame->cut(fuzz.uniform(-5, 50), fuzz.uniform(-5, 50),
-                                              fuzz.uniform(-5, 90), fuzz.uniform(-5, 90));
-        if (!part.isNull()) {
-            ASSERT_TRUE(rowsInside(part, *buffer.bytes));
-            ASSERT_EQ(scroll::ColumnList::of(part).length(), part.height());
         }
     }
 }
