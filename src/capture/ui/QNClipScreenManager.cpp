@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/ui/QNClipScreenManager.h"
 
+#include "capture/logic/EventMonitorTable.h"
 #include "capture/logic/WindowFilter.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
@@ -13,9 +14,12 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
+
+#include <optional>
 
 namespace capture {
 
@@ -137,11 +141,6 @@ int QNClipScreenManager::currentScreenForMouseLocation() const
     return m_layout.screenAtTopLeft(m_pointer.position());
 }
 
-QPointF QNClipScreenManager::localPoint(int screen) const
-{
-    return m_layout.topLeftToOverlayLocal(screen, m_pointer.position());
-}
-
 void QNClipScreenManager::clearClipWindowControllerArray()
 {
     m_state.imageAllWindowArray.clear();
@@ -198,6 +197,70 @@ void QNClipScreenManager::startAnnotation()
         controller->startAnnotation(controller->screen() == underMouse);
 }
 
+namespace {
+
+bool isModifierKey(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt ||
+           key == Qt::Key_Meta || key == Qt::Key_AltGr || key == Qt::Key_CapsLock ||
+           key == Qt::Key_Super_L || key == Qt::Key_Super_R;
+}
+
+// The monitors' view of a Qt event; nullopt for events they never see.
+std::optional<MonitorEventType> monitorTypeOf(const QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+        const auto button = static_cast<const QMouseEvent*>(event)->button();
+        if (button == Qt::LeftButton)
+            return MonitorEventType::LeftMouseDown;
+        if (button == Qt::RightButton)
+            return MonitorEventType::RightMouseDown;
+        return std::nullopt;
+    }
+    case QEvent::MouseButtonRelease: {
+        const auto button = static_cast<const QMouseEvent*>(event)->button();
+        if (button == Qt::LeftButton)
+            return MonitorEventType::LeftMouseUp;
+        if (button == Qt::RightButton)
+            return MonitorEventType::RightMouseUp;
+        return std::nullopt;
+    }
+    case QEvent::MouseMove:
+        return (static_cast<const QMouseEvent*>(event)->buttons() & Qt::LeftButton)
+                   ? MonitorEventType::LeftMouseDragged
+                   : MonitorEventType::MouseMoved;
+    case QEvent::KeyPress:
+        return isModifierKey(static_cast<const QKeyEvent*>(event)->key())
+                   ? MonitorEventType::FlagsChanged
+                   : MonitorEventType::KeyDown;
+    case QEvent::KeyRelease:
+        return isModifierKey(static_cast<const QKeyEvent*>(event)->key())
+                   ? MonitorEventType::FlagsChanged
+                   : MonitorEventType::KeyUp;
+    case QEvent::Wheel:
+        return MonitorEventType::ScrollWheel;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+QPointF QNClipScreenManager::pointerOf(const QEvent* event) const
+{
+    // Mouse events carry where the pointer was; keys ask for where it is.
+    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress ||
+        event->type() == QEvent::MouseButtonRelease ||
+        event->type() == QEvent::MouseButtonDblClick) {
+        const QPointF origin =
+            m_screens.empty() ? QPointF() : QPointF(m_screens.front()->geometry().topLeft());
+        return static_cast<const QMouseEvent*>(event)->globalPosition() - origin;
+    }
+    return m_pointer.position();
+}
+
 bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
 {
     // Only the events Qt delivers to our overlays' windows; the same event
@@ -210,60 +273,93 @@ bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
         ours = ours || (c->window() != nullptr && c->window()->windowHandle() == window);
     if (!ours)
         return false;
-
-    const int screen = currentScreenForMouseLocation();
-    QNClipWindowController* target = controllerForScreen(screen);
-    QNClipView* view = target != nullptr ? target->clipView() : nullptr;
-    switch (event->type()) {
-    case QEvent::KeyPress: {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const Qt::KeyboardModifiers mods =
-            key->modifiers() &
-            (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-        if (key->key() == Qt::Key_Escape && mods == Qt::NoModifier)
-            m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
-        return true;
-    }
-    case QEvent::KeyRelease:
-        return true;
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick: {
-        const auto* mouse = static_cast<QMouseEvent*>(event);
-        if (mouse->button() == Qt::RightButton) {
-            // A right press cancels one pass later, unless it hit a button.
-            QTimer::singleShot(10, this, [this, target] {
-                if (!mouseOnButton && target != nullptr && m_isWorking)
-                    target->cancel();
-            });
-            return true;
-        }
-        if (mouse->button() == Qt::LeftButton && !mouseOnButton && view != nullptr)
-            view->mousedown(localPoint(screen));
-        return true;
-    }
-    case QEvent::MouseMove: {
-        const auto* mouse = static_cast<QMouseEvent*>(event);
-        if (screen != m_keyScreen)
-            changeKeyWindowWithScreen(screen);
-        if (view != nullptr) {
-            if (mouse->buttons() & Qt::LeftButton) {
-                if (!mouseOnButton)
-                    view->mousedragged(localPoint(screen));
-            } else {
-                view->mouseMoved(localPoint(screen));
-            }
-        }
-        return true;
-    }
-    case QEvent::MouseButtonRelease: {
-        const auto* mouse = static_cast<QMouseEvent*>(event);
-        if (mouse->button() == Qt::LeftButton && !mouseOnButton && view != nullptr)
-            view->mouseup(localPoint(screen));
-        return true;
-    }
-    default:
+    const std::optional<MonitorEventType> type = monitorTypeOf(event);
+    if (!type)
         return false;
+
+    // Every screen's controller is shown the event, as its monitors would
+    // be; the table lets exactly one of them act on it.
+    const QPointF pointer = pointerOf(event);
+    const MonitorEvent monitorEvent{*type, m_layout.topLeftToBottomLeft(pointer)};
+    MonitorGates gates;
+    gates.mouseOnButton = mouseOnButton;
+    gates.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
+    gates.pointerRole = m_state.pointerRole;
+    const EventMonitorTable table(m_layout);
+    // Copy the list: an action may end the capture and empty it.
+    std::vector<QNClipWindowController*> controllers;
+    for (const auto& c : m_controllers)
+        controllers.push_back(c.get());
+    for (QNClipWindowController* controller : controllers) {
+        const int screen = controller->screen();
+        for (MonitorAction action : table.route(MonitorKind::Local, screen, monitorEvent, gates)) {
+            if (!m_isWorking)
+                return true;
+            perform(action, controller, m_layout.topLeftToOverlayLocal(screen, pointer), event);
+        }
     }
+    return true;
+}
+
+void QNClipScreenManager::perform(MonitorAction action, QNClipWindowController* controller,
+                                  QPointF local, const QEvent* event)
+{
+    QNClipView* view = controller->clipView();
+    switch (action) {
+    case MonitorAction::MouseDown:
+        if (view != nullptr)
+            view->mousedown(local);
+        break;
+    case MonitorAction::MouseDragged:
+        if (view != nullptr)
+            view->mousedragged(local);
+        break;
+    case MonitorAction::MouseUp:
+        if (view != nullptr)
+            view->mouseup(local);
+        break;
+    case MonitorAction::MouseMovedToView:
+        if (controller->screen() != m_keyScreen)
+            changeKeyWindowWithScreen(controller->screen());
+        if (view != nullptr)
+            view->mouseMoved(local);
+        break;
+    case MonitorAction::OrderFrontAndActivate:
+        changeKeyWindowWithScreen(controller->screen());
+        break;
+    case MonitorAction::CancelAfter10ms: {
+        // A right press cancels one pass later, unless it hit a button by then.
+        QTimer::singleShot(10, this, [this, screen = controller->screen()] {
+            QNClipWindowController* target = controllerForScreen(screen);
+            if (!mouseOnButton && target != nullptr && m_isWorking)
+                target->cancel();
+        });
+        break;
+    }
+    case MonitorAction::Cancel:
+        controller->cancel();
+        break;
+    case MonitorAction::ForwardKeyDown:
+        keyDown(static_cast<const QKeyEvent*>(event));
+        break;
+    case MonitorAction::PassThrough:
+    case MonitorAction::HideTip:
+    case MonitorAction::FlagsChanged:
+    case MonitorAction::MouseMovedToAnnotation:
+    case MonitorAction::ScrollWheelToAnnotation:
+    case MonitorAction::ScrollWheelToView:
+        // Their receivers (tool bar tips, annotation window, scrolling
+        // capture) are not part of the overlay yet.
+        break;
+    }
+}
+
+void QNClipScreenManager::keyDown(const QKeyEvent* key)
+{
+    const Qt::KeyboardModifiers mods = key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier |
+                                                           Qt::AltModifier | Qt::MetaModifier);
+    if (key->key() == Qt::Key_Escape && mods == Qt::NoModifier)
+        m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
 }
 
 } // namespace capture

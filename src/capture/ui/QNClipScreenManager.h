@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/logic/CaptureState.h"
+#include "capture/logic/EventMonitorTable.h"
 #include "core/Geometry.h"
 
 #include <QObject>
@@ -10,6 +11,7 @@
 #include <memory>
 #include <vector>
 
+class QKeyEvent;
 class QScreen;
 
 namespace core {
@@ -74,7 +76,10 @@ private:
     void onMessage(const QString& name);
     void endAll();
     [[nodiscard]] QNClipWindowController* controllerForScreen(int screen) const;
-    [[nodiscard]] QPointF localPoint(int screen) const;
+    [[nodiscard]] QPointF pointerOf(const QEvent* event) const;
+    void perform(MonitorAction action, QNClipWindowController* controller, QPointF local,
+                 const QEvent* event);
+    void keyDown(const QKeyEvent* key);
 
     CaptureState& m_state;
     platform::WindowServer& m_windowServer;
