@@ -11,18 +11,17 @@
 
 namespace platform::x11 {
 
-namespace {
-
 // Owns one shared segment: detached from the server and from us when the
-// image that points into it is destroyed.
-struct ShmSegment
+// last image pointing into it and the grabber's cache have let go.
+struct ShmGrabber::Segment
 {
     xcb_connection_t* connection = nullptr;
     xcb_shm_seg_t seg = 0;
     int id = -1;
     void* address = nullptr;
+    std::size_t size = 0;
 
-    ~ShmSegment()
+    ~Segment()
     {
         if (seg != 0) {
             xcb_shm_detach(connection, seg);
@@ -33,9 +32,11 @@ struct ShmSegment
     }
 };
 
+namespace {
+
 void releaseSegment(void* info)
 {
-    delete static_cast<ShmSegment*>(info);
+    delete static_cast<std::shared_ptr<ShmGrabber::Segment>*>(info);
 }
 
 } // namespace
@@ -61,12 +62,19 @@ QImage ShmGrabber::grab(xcb_drawable_t drawable, const QRect& rect, int depth)
     return grabPlain(drawable, rect, format);
 }
 
-QImage ShmGrabber::grabShm(xcb_drawable_t drawable, const QRect& rect, QImage::Format format)
+void ShmGrabber::releaseCache()
 {
-    const std::size_t stride = static_cast<std::size_t>(rect.width()) * 4;
-    const std::size_t size = stride * static_cast<std::size_t>(rect.height());
-    auto segment = std::make_unique<ShmSegment>();
+    m_cached.reset();
+}
+
+std::shared_ptr<ShmGrabber::Segment> ShmGrabber::segmentFor(std::size_t size)
+{
+    // Reuse only a segment no image points into any more.
+    if (m_cached && m_cached.use_count() == 1 && m_cached->size == size)
+        return m_cached;
+    auto segment = std::make_shared<Segment>();
     segment->connection = m_connection;
+    segment->size = size;
     segment->id = shmget(IPC_PRIVATE, size, IPC_CREAT | 0600);
     if (segment->id < 0)
         return {};
@@ -78,6 +86,17 @@ QImage ShmGrabber::grabShm(xcb_drawable_t drawable, const QRect& rect, QImage::F
         return {};
     segment->seg = xcb_generate_id(m_connection);
     xcb_shm_attach(m_connection, segment->seg, static_cast<std::uint32_t>(segment->id), 0);
+    m_cached = segment;
+    return segment;
+}
+
+QImage ShmGrabber::grabShm(xcb_drawable_t drawable, const QRect& rect, QImage::Format format)
+{
+    const std::size_t stride = static_cast<std::size_t>(rect.width()) * 4;
+    const std::size_t size = stride * static_cast<std::size_t>(rect.height());
+    std::shared_ptr<Segment> segment = segmentFor(size);
+    if (!segment)
+        return {};
 
     xcb_generic_error_t* error = nullptr;
     XcbReply<xcb_shm_get_image_reply_t> reply(xcb_shm_get_image_reply(
@@ -93,9 +112,8 @@ QImage ShmGrabber::grabShm(xcb_drawable_t drawable, const QRect& rect, QImage::F
         return {};
     }
     auto* bits = static_cast<uchar*>(segment->address);
-    ShmSegment* owner = segment.release();
     return QImage(bits, rect.width(), rect.height(), static_cast<qsizetype>(stride), format,
-                  releaseSegment, owner);
+                  releaseSegment, new std::shared_ptr<Segment>(std::move(segment)));
 }
 
 QImage ShmGrabber::grabPlain(xcb_drawable_t drawable, const QRect& rect, QImage::Format format)

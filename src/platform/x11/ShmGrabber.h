@@ -6,6 +6,8 @@
 
 #include <xcb/xcb.h>
 
+#include <memory>
+
 namespace platform::x11 {
 
 // Grabs a rectangle of a drawable through MIT-SHM: the server writes the
@@ -25,13 +27,23 @@ public:
 
     [[nodiscard]] bool hasShm() const { return m_hasShm; }
 
+    // A fresh segment costs far more than the grab itself (the kernel has to
+    // hand out and clear every page), so the last one is kept for the next
+    // grab of the same size while no image uses it. This lets it go.
+    void releaseCache();
+
+    struct Segment;
+
 private:
+    [[nodiscard]] std::shared_ptr<Segment> segmentFor(std::size_t size);
+
     [[nodiscard]] QImage grabShm(xcb_drawable_t drawable, const QRect& rect, QImage::Format format);
     [[nodiscard]] QImage grabPlain(xcb_drawable_t drawable, const QRect& rect,
                                    QImage::Format format);
 
     xcb_connection_t* m_connection;
     bool m_hasShm = false;
+    std::shared_ptr<Segment> m_cached;
 };
 
 } // namespace platform::x11

@@ -151,6 +151,9 @@ X11WindowServer::X11WindowServer(std::optional<NativeScreens> screens)
     m_rootDepth = it.data->root_depth;
     m_rootSize = QSize(it.data->width_in_pixels, it.data->height_in_pixels);
     m_grabber = std::make_unique<ShmGrabber>(m_connection.get());
+    m_releaseTimer.setSingleShot(true);
+    m_releaseTimer.setInterval(60000);
+    QObject::connect(&m_releaseTimer, &QTimer::timeout, [this] { m_grabber->releaseCache(); });
 
     std::array<xcb_intern_atom_cookie_t, kAtomCount> cookies{};
     for (std::size_t i = 0; i < kAtomCount; ++i)
@@ -169,6 +172,8 @@ X11WindowServer::~X11WindowServer()
     // Images may still point into shared segments that detach through this
     // connection; drop ours before the connection goes.
     m_frozen = QImage();
+    if (m_grabber)
+        m_grabber->releaseCache();
 }
 
 void X11WindowServer::refreshScreens()
@@ -201,6 +206,7 @@ bool X11WindowServer::compositorRunning()
 
 void X11WindowServer::freezeRoot()
 {
+    m_releaseTimer.stop();
     m_frozen = m_grabber->grab(m_root, QRect(QPoint(0, 0), m_rootSize), m_rootDepth);
 }
 
@@ -208,6 +214,7 @@ void X11WindowServer::thaw()
 {
     m_frozen = QImage();
     m_frames.clear();
+    m_releaseTimer.start();
 }
 
 std::vector<X11WindowServer::Client> X11WindowServer::stackedClients()

@@ -7,6 +7,7 @@
 #include "platform/x11/XcbHandles.h"
 
 #include <QHash>
+#include <QTimer>
 
 #include <optional>
 
@@ -57,6 +58,9 @@ private:
     NativeScreens m_screens;
     QImage m_frozen;
     QHash<std::uint32_t, QRect> m_frames; // frame id -> device rectangle, from the last list
+    // Captures tend to come in runs; the grab's memory is kept between them
+    // and given back after a quiet minute.
+    QTimer m_releaseTimer;
 };
 
 // A view of part of an image that shares its pixels (no copy); the view keeps
