@@ -12,7 +12,9 @@
 #include "platform/WindowServer.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
@@ -22,6 +24,10 @@
 #include <optional>
 
 namespace capture {
+
+// QT_LOGGING_RULES="kelvo.capture.debug=true" prints how long each step of a
+// capture's start takes.
+Q_LOGGING_CATEGORY(lcCapture, "kelvo.capture", QtWarningMsg)
 
 QNClipScreenManager::QNClipScreenManager(CaptureState& state, platform::WindowServer& windowServer,
                                          platform::PointerControl& pointer,
@@ -56,6 +62,8 @@ void QNClipScreenManager::startCapture()
     if (m_isWorking)
         return;
     m_isWorking = true;
+    QElapsedTimer clock;
+    clock.start();
     clearClipWindowControllerArray();
     m_state.imageAllWindowArray.clear();
     m_state.arrayRect.clear();
@@ -63,7 +71,10 @@ void QNClipScreenManager::startCapture()
     // The one window pass of this capture; it also freezes the desktop, so
     // it runs before any overlay exists.
     m_layout = m_windowServer.screens();
-    WindowFilter(m_windowServer, m_layout).run(m_windowServer.windowList(), m_state);
+    const std::vector<platform::WindowRecord> windows = m_windowServer.windowList();
+    qCDebug(lcCapture) << "window list and freeze" << clock.nsecsElapsed() / 1e6 << "ms";
+    WindowFilter(m_windowServer, m_layout).run(windows, m_state);
+    qCDebug(lcCapture) << "window pass" << clock.nsecsElapsed() / 1e6 << "ms";
 
     m_screens.clear();
     QList<QScreen*> screens = QGuiApplication::screens();
@@ -78,20 +89,25 @@ void QNClipScreenManager::startCapture()
     for (int i = 0; i < m_layout.count() && i < static_cast<int>(m_screens.size()); ++i) {
         auto controller = std::make_unique<QNClipWindowController>(this, m_state, m_windowServer);
         const core::ScreenInfo& info = m_layout.screen(i);
-        controller->startCaptureWithScreen(i, m_screens[static_cast<std::size_t>(i)], info.frame,
-                                           info.scale);
+        controller->startCaptureWithScreen(
+            i, m_windowPool.acquire(m_screens[static_cast<std::size_t>(i)]), info.frame,
+            info.scale);
         if (QNClipWindow* window = controller->window()) {
             ++m_framesPending;
-            connect(window, &QNClipWindow::firstFramePainted, this, [this, i] {
-                // The keyboard follows the pointer, and a grab needs a window
-                // the server shows: take it once this overlay has painted.
-                if (i == currentScreenForMouseLocation())
-                    changeKeyWindowWithScreen(i);
-                if (--m_framesPending == 0)
-                    Q_EMIT captureShown();
-            });
+            m_captureConnections.push_back(
+                connect(window, &QNClipWindow::firstFramePainted, this, [this, i, clock] {
+                    qCDebug(lcCapture)
+                        << "screen" << i << "painted" << clock.nsecsElapsed() / 1e6 << "ms";
+                    // The keyboard follows the pointer, and a grab needs a window
+                    // the server shows: take it once this overlay has painted.
+                    if (i == currentScreenForMouseLocation())
+                        changeKeyWindowWithScreen(i);
+                    if (--m_framesPending == 0)
+                        Q_EMIT captureShown();
+                }));
         }
         m_controllers.push_back(std::move(controller));
+        qCDebug(lcCapture) << "screen" << i << "shown" << clock.nsecsElapsed() / 1e6 << "ms";
     }
     // The map requests went out before this grab on the same connection, so
     // the server sees a viewable window: keys typed right after the trigger
@@ -154,9 +170,14 @@ void QNClipScreenManager::clearClipWindowControllerArray()
 
 void QNClipScreenManager::endAll()
 {
+    // The overlays outlive the capture; what it connected to them does not.
+    for (const QMetaObject::Connection& c : m_captureConnections)
+        disconnect(c);
+    m_captureConnections.clear();
     qApp->removeEventFilter(this);
     clearClipWindowControllerArray();
     m_windowServer.thaw();
+    m_windowPool.idle();
     m_keyScreen = -1;
     const bool wasWorking = m_isWorking;
     m_isWorking = false;

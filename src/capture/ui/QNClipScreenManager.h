@@ -3,6 +3,7 @@
 
 #include "capture/logic/CaptureState.h"
 #include "capture/logic/EventMonitorTable.h"
+#include "capture/ui/OverlayWindowPool.h"
 #include "core/Geometry.h"
 
 #include <QObject>
@@ -89,6 +90,8 @@ private:
     core::ScreenLayout m_layout;
     std::vector<QScreen*> m_screens; // Qt's screens in layout order
     std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;
+    OverlayWindowPool m_windowPool;
+    std::vector<QMetaObject::Connection> m_captureConnections;
     bool m_isWorking = false;
     int m_framesPending = 0;
     int m_keyScreen = -1;

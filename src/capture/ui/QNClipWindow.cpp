@@ -32,6 +32,11 @@ void QNClipWindow::setBackgroundPicture(QImage picture)
     update();
 }
 
+void QNClipWindow::prepareForCapture()
+{
+    m_painted = false;
+}
+
 void QNClipWindow::unfreeze()
 {
     m_background = QImage();

@@ -23,6 +23,8 @@ public:
     // desktop under it, so unfreezing hides the window instead.
     void unfreeze();
     [[nodiscard]] bool isFrozen() const { return !m_background.isNull(); }
+    // Ready for another capture: the next paint is reported as its first.
+    void prepareForCapture();
 
 Q_SIGNALS:
     void firstFramePainted();

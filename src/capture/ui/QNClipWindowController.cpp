@@ -5,10 +5,6 @@
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
 
-#include <QCursor>
-#include <QGuiApplication>
-#include <QScreen>
-
 namespace capture {
 
 QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
@@ -20,14 +16,14 @@ QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate, Ca
 
 QNClipWindowController::~QNClipWindowController()
 {
-    delete m_window;
+    endCapture();
 }
 
-void QNClipWindowController::startCaptureWithScreen(int screenIndex, QScreen* screen,
+void QNClipWindowController::startCaptureWithScreen(int screenIndex, QNClipWindow* window,
                                                     const QRectF& frame, double scale)
 {
     m_screenIndex = screenIndex;
-    m_window = new QNClipWindow(screen);
+    m_window = window;
     m_clipView = new QNClipView(m_window, m_state, m_windowServer, screenIndex, frame, scale);
     m_clipView->haveSetClearColor = false;
     m_clipView->CaptureFullScreen();
@@ -44,7 +40,9 @@ void QNClipWindowController::endCapture()
         m_window->releaseKeyboard();
         m_window->releaseMouse();
         m_window->hide();
-        m_window->deleteLater();
+        m_window->setBackgroundPicture(QImage());
+        if (m_clipView != nullptr)
+            m_clipView->deleteLater();
         m_window = nullptr;
         m_clipView = nullptr;
     }

@@ -31,7 +31,8 @@ public:
                            platform::WindowServer& windowServer);
     ~QNClipWindowController() override;
 
-    void startCaptureWithScreen(int screenIndex, QScreen* screen, const QRectF& frame,
+    // `window` is the overlay to use for this screen; it is lent, not given.
+    void startCaptureWithScreen(int screenIndex, QNClipWindow* window, const QRectF& frame,
                                 double scale);
     void endCapture();
     // Ends this screen and, through the manager, every other one.
@@ -52,7 +53,7 @@ private:
     CaptureState& m_state;
     platform::WindowServer& m_windowServer;
     int m_screenIndex = -1;
-    QNClipWindow* m_window = nullptr; // owned; deleted in endCapture
+    QNClipWindow* m_window = nullptr; // lent by the manager for one capture
     QNClipView* m_clipView = nullptr; // child of m_window
 };
 
