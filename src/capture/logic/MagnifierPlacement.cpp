@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/logic/MagnifierPlacement.h"
+
+#include <cmath>
+
+namespace capture {
+
+QRectF MagnifierPlacement::square(QPointF pointer, QSizeF screenSize)
+{
+    const double x = std::trunc(pointer.x());
+    const double y = std::trunc(pointer.y());
+    double left = x - kSide - kGap;
+    if (left < 0.0)
+        left = x + kGap;
+    double bottom = y + kGap;
+    if (y + kSide + kGap > screenSize.height())
+        bottom = y - kSide - kGap;
+    return {left, bottom, kSide, kSide};
+}
+
+QRectF MagnifierPlacement::cross(QPointF pointer)
+{
+    const double x = std::trunc(pointer.x());
+    const double y = std::trunc(pointer.y());
+    return {x - kCrossSide / 2.0, y - kCrossSide / 2.0, kCrossSide, kCrossSide};
+}
+
+} // namespace capture
