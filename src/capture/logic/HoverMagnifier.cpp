@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "capture/logic/MagnifierPlacement.h"
+#include "capture/logic/HoverMagnifier.h"
 
 #include <cmath>
 
 namespace capture {
 
-QRectF MagnifierPlacement::square(QPointF pointer, QSizeF screenSize)
+QRectF HoverMagnifier::square(QPointF pointer, QSizeF screenSize)
 {
     const double x = std::trunc(pointer.x());
     const double y = std::trunc(pointer.y());
@@ -18,7 +18,7 @@ QRectF MagnifierPlacement::square(QPointF pointer, QSizeF screenSize)
     return {left, bottom, kSide, kSide};
 }
 
-QRectF MagnifierPlacement::cross(QPointF pointer)
+QRectF HoverMagnifier::cross(QPointF pointer)
 {
     const double x = std::trunc(pointer.x());
     const double y = std::trunc(pointer.y());

@@ -10,7 +10,7 @@ namespace capture {
 // Where the magnifier square and the drawn cross sit while the pointer
 // hovers (nothing pressed). Placement during a drag, which avoids the edge
 // being adjusted, belongs to the selection geometry.
-struct MagnifierPlacement
+struct HoverMagnifier
 {
     static constexpr double kSide = 120.0;
     static constexpr double kGap = 10.0;
