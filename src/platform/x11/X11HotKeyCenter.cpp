@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/x11/X11HotKeyCenter.h"
+
+#include "platform/x11/QtKeySymbols.h"
+#include "platform/x11/XcbHandles.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QTimer>
+
+namespace platform::x11 {
+
+namespace {
+
+// The lock toggles a grab is repeated with.
+constexpr std::uint16_t kLockVariants[] = {0, kCapsLockMask, kNumLockMask,
+                                           kCapsLockMask | kNumLockMask};
+
+xcb_connection_t* qtConnection()
+{
+    auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
+    if (app == nullptr)
+        return nullptr;
+    auto* x11 = app->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 != nullptr ? x11->connection() : nullptr;
+}
+
+} // namespace
+
+void X11HotKeyCenter::KeySymbolsDeleter::operator()(xcb_key_symbols_t* symbols) const
+{
+    xcb_key_symbols_free(symbols);
+}
+
+X11HotKeyCenter::X11HotKeyCenter()
+    : m_connection(qtConnection())
+{
+    if (m_connection == nullptr)
+        return;
+    for (auto it = xcb_setup_roots_iterator(xcb_get_setup(m_connection)); it.rem > 0;
+         xcb_screen_next(&it))
+        m_roots.push_back(it.data->root);
+    m_symbols.reset(xcb_key_symbols_alloc(m_connection));
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11HotKeyCenter::~X11HotKeyCenter()
+{
+    if (m_connection == nullptr)
+        return;
+    if (QCoreApplication::instance() != nullptr)
+        QCoreApplication::instance()->removeNativeEventFilter(this);
+    for (const auto& [identifier, grabs] : m_grabs)
+        ungrab(grabs);
+    xcb_flush(m_connection);
+}
+
+void X11HotKeyCenter::setHandler(Handler handler)
+{
+    m_handler = std::move(handler);
+}
+
+HotKeyStatus X11HotKeyCenter::registerHotKey(const QString& identifier, const KeyCombo& combo)
+{
+    unregisterHotKey(identifier);
+    if (m_connection == nullptr || !m_symbols)
+        return HotKeyStatus::NoWindowSystem;
+    const std::uint32_t keysym = keysymForQtKey(combo.keyCode);
+    if (keysym == 0)
+        return HotKeyStatus::UnknownKey;
+    XcbReply<xcb_keycode_t> keycodes(xcb_key_symbols_get_keycode(m_symbols.get(), keysym));
+    if (!keycodes || keycodes.get()[0] == XCB_NO_SYMBOL)
+        return HotKeyStatus::UnknownKey;
+
+    const std::uint16_t modifiers = xModifiersForQt(combo.modifierFlags);
+    std::vector<Grab> grabs;
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const xcb_keycode_t* code = keycodes.get(); *code != XCB_NO_SYMBOL; ++code) {
+        for (const xcb_window_t root : m_roots) {
+            grabs.push_back({root, *code, modifiers});
+            // Not owner_events: a press goes to the root even while one of
+            // our own windows has the focus, so Qt never sees it as a key.
+            for (const std::uint16_t locks : kLockVariants)
+                cookies.push_back(xcb_grab_key_checked(
+                    m_connection, 0, root, static_cast<std::uint16_t>(modifiers | locks), *code,
+                    XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        }
+    }
+    bool held = false;
+    for (const xcb_void_cookie_t cookie : cookies) {
+        XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection, cookie));
+        if (error)
+            held = true; // BadAccess: another client has it
+    }
+    if (held) {
+        // Half a hot key would fire only with some lock states: let go of all.
+        ungrab(grabs);
+        xcb_flush(m_connection);
+        return HotKeyStatus::HeldByAnotherProgram;
+    }
+    m_grabs[identifier] = std::move(grabs);
+    return HotKeyStatus::Registered;
+}
+
+bool X11HotKeyCenter::unregisterHotKey(const QString& identifier)
+{
+    const auto it = m_grabs.find(identifier);
+    if (it == m_grabs.end())
+        return false;
+    ungrab(it->second);
+    xcb_flush(m_connection);
+    m_grabs.erase(it);
+    return true;
+}
+
+bool X11HotKeyCenter::isRegistered(const QString& identifier) const
+{
+    return m_grabs.count(identifier) != 0;
+}
+
+void X11HotKeyCenter::ungrab(const std::vector<Grab>& grabs)
+{
+    for (const Grab& grab : grabs) {
+        for (const std::uint16_t locks : kLockVariants)
+            xcb_ungrab_key(m_connection, grab.keycode, grab.root,
+                           static_cast<std::uint16_t>(grab.modifiers | locks));
+    }
+}
+
+const QString* X11HotKeyCenter::identifierOf(xcb_window_t root, xcb_keycode_t keycode,
+                                             std::uint16_t modifiers) const
+{
+    for (const auto& [identifier, grabs] : m_grabs) {
+        for (const Grab& grab : grabs) {
+            if (grab.root == root && grab.keycode == keycode && grab.modifiers == modifiers)
+                return &identifier;
+        }
+    }
+    return nullptr;
+}
+
+bool X11HotKeyCenter::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*)
+{
+    if (eventType != "xcb_generic_event_t" || message == nullptr)
+        return false;
+    auto* event = static_cast<xcb_generic_event_t*>(message);
+    const std::uint8_t type = event->response_type & 0x7f;
+    if (type == XCB_MAPPING_NOTIFY) {
+        // Qt needs the event too; the key table only has to follow it.
+        xcb_refresh_keyboard_mapping(m_symbols.get(),
+                                     reinterpret_cast<xcb_mapping_notify_event_t*>(event));
+        return false;
+    }
+    if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
+        return false;
+    auto* key = reinterpret_cast<xcb_key_press_event_t*>(event);
+    const bool release = type == XCB_KEY_RELEASE;
+    const bool repeat = !release && key->detail == m_keyDown;
+    if (release && key->detail == m_keyDown)
+        m_keyDown = 0;
+    const QString* identifier = identifierOf(key->event, key->detail, hotKeyState(key->state));
+    if (identifier == nullptr)
+        return false;
+    // A held key repeats its presses; one press is one action.
+    if (!release && !repeat) {
+        m_keyDown = key->detail;
+        if (m_handler) {
+            // Out of the event filter first: an action may open a modal dialog.
+            QTimer::singleShot(0, &m_context,
+                               [handler = m_handler, id = *identifier] { handler(id); });
+        }
+    }
+    return true; // repeats and the release are ours as well
+}
+
+} // namespace platform::x11
