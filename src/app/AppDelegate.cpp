@@ -3,13 +3,17 @@
 
 #include "app/KelvoBus.h"
 #include "app/StatusItem.h"
+#include "app/hotkeys/CaptureActions.h"
+#include "app/hotkeys/HotKeyController.h"
 #include "app/prefs/PreferencesWindow.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "core/Localized.h"
 #include "platform/AudioDevices.h"
 #include "platform/Autostart.h"
+#include "platform/HotKeyCenter.h"
 #include "platform/PointerControl.h"
 #include "platform/SoundPlayer.h"
+#include "platform/Speaker.h"
 #include "platform/WindowServer.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
@@ -35,7 +39,15 @@ AppDelegate::AppDelegate(Services services, QObject* parent)
     , m_clipManager(std::make_unique<capture::QNClipScreenManager>(
           m_captureState, *m_services.windowServer, *m_services.pointer, *m_services.sound,
           m_messages))
-{}
+    , m_captureActions(std::make_unique<hotkeys::CaptureActions>(
+          *m_defaults, m_captureState, *m_services.windowServer, *m_services.pointer,
+          *m_services.sound, *m_services.speaker))
+{
+    auto& hooks = m_captureActions->hooks();
+    hooks.mapImageToScreen = [this](const QImage& picture) { Q_EMIT pinRequested(picture); };
+    hooks.isScreenRecordingEnable = [this] { return isScreenRecordingEnable(); };
+    hooks.isValidToVisitMicroPhone = [this] { return isValidToVisitMicroPhone(); };
+}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -70,6 +82,7 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::applicationDidStart()
 {
     m_shortcutOfButton = settings::shortcutOfButton(*m_defaults);
+    registerAllHotKey();
     // The first-run values follow the hot keys' own first-run check, which
     // asks the same question before they are written.
     if (settings::installFirstRunValues(*m_defaults, settings::StartContext::current()))
@@ -78,6 +91,22 @@ void AppDelegate::applicationDidStart()
     settings::migrate(*m_defaults);
     m_defaults->synchronize();
     settings::removeRetiredKeys(*m_defaults);
+}
+
+void AppDelegate::registerAllHotKey()
+{
+    using hotkeys::HotKeyAction;
+    m_hotKeys = std::make_unique<hotkeys::HotKeyController>(*m_defaults, *m_services.hotKeys);
+    m_hotKeys->setAction(HotKeyAction::RegionalScreenshots, [this] { regionalScreenshots(); });
+    m_hotKeys->setAction(HotKeyAction::DelayScreenShot, [this] { delayScreenShot(); });
+    m_hotKeys->setAction(HotKeyAction::ScreenshotWindowUnderCursor,
+                         [this] { screenshotWindowUnderCursor(); });
+    m_hotKeys->setAction(HotKeyAction::ScreenshotPreviousArea,
+                         [this] { screenshotPreviousArea(); });
+    m_hotKeys->setAction(HotKeyAction::MapFromPaste, [this] { mapFromPaste(); });
+    m_hotKeys->setAction(HotKeyAction::RecordScreenClicked, [this] { recordScreenClicked(); });
+    m_hotKeys->setAction(HotKeyAction::StopRecorder, [this] { m_captureActions->stopRecorder(); });
+    m_hotKeys->registerAllHotKey();
 }
 
 void AppDelegate::setStatusItemVisible(bool visible)
@@ -119,6 +148,31 @@ void AppDelegate::regionalScreenshots()
     m_clipManager->startCapture();
 }
 
+void AppDelegate::delayScreenShot()
+{
+    m_captureActions->delayScreenShot();
+}
+
+void AppDelegate::screenshotWindowUnderCursor()
+{
+    m_captureActions->screenshotWindowUnderCursor();
+}
+
+void AppDelegate::screenshotPreviousArea()
+{
+    m_captureActions->screenshotPreviousArea();
+}
+
+void AppDelegate::mapFromPaste()
+{
+    m_captureActions->mapFromPaste();
+}
+
+void AppDelegate::recordScreenClicked()
+{
+    m_captureActions->recordScreenClicked();
+}
+
 void AppDelegate::openURLs(const QStringList& paths)
 {
     for (const QString& path : paths) {
@@ -141,6 +195,11 @@ void AppDelegate::OpenPreferences()
         m_preferences = std::make_unique<PreferencesWindow>(*m_defaults, *m_services.autostart);
         connect(m_preferences.get(), &PreferencesWindow::hideMenuBarIconChanged, this,
                 [this](bool hidden) { setStatusItemVisible(!hidden); });
+        if (m_hotKeys) {
+            m_preferences->setShortcutEditing(m_hotKeys.get());
+            connect(m_hotKeys.get(), &hotkeys::HotKeyController::shortcutsLoaded,
+                    m_preferences.get(), &PreferencesWindow::showShortcuts);
+        }
     }
     m_preferences->show();
     m_preferences->raise();

@@ -17,8 +17,10 @@ class SettingsStore;
 namespace platform {
 class AudioDevices;
 class Autostart;
+class HotKeyCenter;
 class PointerControl;
 class SoundPlayer;
+class Speaker;
 class WindowServer;
 } // namespace platform
 namespace capture {
@@ -26,6 +28,11 @@ class QNClipScreenManager;
 }
 
 namespace app {
+
+namespace hotkeys {
+class CaptureActions;
+class HotKeyController;
+} // namespace hotkeys
 
 class KelvoBus;
 class StatusItem;
@@ -46,6 +53,8 @@ public:
         std::unique_ptr<platform::SoundPlayer> sound;
         std::unique_ptr<platform::Autostart> autostart;
         std::unique_ptr<platform::AudioDevices> audio;
+        std::unique_ptr<platform::HotKeyCenter> hotKeys;
+        std::unique_ptr<platform::Speaker> speaker;
     };
 
     explicit AppDelegate(Services services, QObject* parent = nullptr);
@@ -59,6 +68,11 @@ public:
     bool registerOnBus();
 
     void regionalScreenshots();
+    void delayScreenShot();
+    void screenshotWindowUnderCursor();
+    void screenshotPreviousArea();
+    void mapFromPaste();
+    void recordScreenClicked();
     void openURLs(const QStringList& paths);
     void OpenPreferences();
     void reset();
@@ -71,6 +85,8 @@ public:
     [[nodiscard]] settings::Defaults& defaults() { return *m_defaults; }
     [[nodiscard]] capture::QNClipScreenManager& clipScreenManager() { return *m_clipManager; }
     [[nodiscard]] const QVariantMap& shortcutOfButton() const { return m_shortcutOfButton; }
+    // The actions' hooks into the image output and the recorder.
+    [[nodiscard]] hotkeys::CaptureActions& captureActions() { return *m_captureActions; }
 
 Q_SIGNALS:
     // A picture that should float on the screen as a pin.
@@ -78,6 +94,7 @@ Q_SIGNALS:
 
 private:
     void setStatusItemVisible(bool visible);
+    void registerAllHotKey();
 
     Services m_services;
     std::unique_ptr<settings::Defaults> m_defaults;
@@ -88,6 +105,8 @@ private:
     StatusItem* m_statusItem = nullptr;
     std::unique_ptr<PreferencesWindow> m_preferences; // made when first opened
     QVariantMap m_shortcutOfButton;
+    std::unique_ptr<hotkeys::CaptureActions> m_captureActions;
+    std::unique_ptr<hotkeys::HotKeyController> m_hotKeys;
 };
 
 } // namespace app

@@ -6,6 +6,8 @@
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/CanberraSoundPlayer.h"
 #include "platform/linux/PulseAudioDevices.h"
+#include "platform/linux/TextToSpeechSpeaker.h"
+#include "platform/x11/X11HotKeyCenter.h"
 #include "platform/x11/X11PointerControl.h"
 #include "platform/x11/X11WindowServer.h"
 #include "settings/QSettingsStore.h"
@@ -78,6 +80,8 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
         platform::freedesktop::XdgAutostart::defaultPath(),
         QCoreApplication::applicationFilePath());
     services.audio = std::make_unique<platform::linux_desktop::PulseAudioDevices>();
+    services.hotKeys = std::make_unique<platform::x11::X11HotKeyCenter>();
+    services.speaker = std::make_unique<platform::linux_desktop::TextToSpeechSpeaker>();
     app::AppDelegate delegate(std::move(services));
 
     if (!delegate.registerOnBus()) {

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/prefs/PreferencesWindow.h"
 
+#include "app/hotkeys/HotKeyTable.h"
+#include "app/hotkeys/KeyComboCodec.h"
+#include "app/hotkeys/ShortcutEditing.h"
 #include "app/prefs/PopUpButton.h"
+#include "app/prefs/ShortcutRecorder.h"
+#include "core/Localized.h"
 #include "platform/Autostart.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
@@ -198,6 +203,8 @@ void PreferencesWindow::buildControls()
         new QLabel(QCoreApplication::translate("Localizable", "D&elayed capture:"), this);
     delayLabel->setBuddy(m_delay);
     form->addRow(delayLabel, delayRow);
+    form->addRow(rule(this));
+    buildShortcutRecorders(form);
     root->addLayout(form);
     root->addStretch(1);
 
@@ -210,11 +217,86 @@ void PreferencesWindow::buildControls()
     setTabOrder(m_format, m_retinaQuality);
     setTabOrder(m_retinaQuality, m_normalQuality);
     setTabOrder(m_normalQuality, m_delay);
+    QWidget* previous = m_delay;
+    for (ShortcutRecorder* recorder : m_shortcutRecorders) {
+        setTabOrder(previous, recorder);
+        previous = recorder;
+    }
     setMinimumWidth(460);
+}
+
+void PreferencesWindow::buildShortcutRecorders(QFormLayout* form)
+{
+    bool first = true;
+    for (const hotkeys::HotKeyDefinition& definition : hotkeys::hotKeyDefinitions()) {
+        auto* recorder = new ShortcutRecorder(this);
+        recorder->setObjectName(QString(definition.identifier));
+        m_shortcutRecorders.push_back(recorder);
+        auto* name = new QLabel(core::localized(definition.title), this);
+        name->setBuddy(recorder);
+        auto* row = new QHBoxLayout;
+        row->setSpacing(12);
+        row->addWidget(name, 1);
+        row->addWidget(recorder);
+        form->addRow(first ? core::localized("Hot keys:") : QString(), row);
+        first = false;
+    }
+    m_hotKeyError = new QLabel(this);
+    m_hotKeyError->setObjectName(QStringLiteral("hotKeyError"));
+    m_hotKeyError->setWordWrap(true);
+    m_hotKeyError->setMaximumWidth(300);
+    {
+        QPalette palette = m_hotKeyError->palette();
+        palette.setColor(QPalette::WindowText, QColor(0xc0, 0x1c, 0x28));
+        m_hotKeyError->setPalette(palette);
+    }
+    m_hotKeyError->hide();
+    form->addRow(QString(), m_hotKeyError);
+}
+
+void PreferencesWindow::setShortcutEditing(hotkeys::ShortcutEditing* editing)
+{
+    m_shortcutEditing = editing;
+}
+
+void PreferencesWindow::showShortcuts()
+{
+    const QVariantMap table = m_defaults.dictionaryForKey(keys::shortcut);
+    for (ShortcutRecorder* recorder : m_shortcutRecorders)
+        recorder->setObjectValue(hotkeys::fromStoredForm(table.value(recorder->objectName())));
+}
+
+void PreferencesWindow::shortcutRecorded(ShortcutRecorder* recorder)
+{
+    if (m_shortcutEditing == nullptr)
+        return;
+    const auto value = recorder->objectValue();
+    const auto status =
+        m_shortcutEditing->shortcutRecorderDidEndRecording(recorder->objectName(), value);
+    if (status == platform::HotKeyStatus::HeldByAnotherProgram && value) {
+        m_hotKeyError->setText(core::localized("Another program already uses %1. Kelvo keeps it "
+                                               "and takes it when that program lets it go.")
+                                   .arg(hotkeys::glyphString(*value)));
+        m_hotKeyError->show();
+    } else if (status == platform::HotKeyStatus::UnknownKey && value) {
+        m_hotKeyError->setText(core::localized("%1 cannot be typed on this keyboard.")
+                                   .arg(hotkeys::glyphString(*value)));
+        m_hotKeyError->show();
+    } else {
+        m_hotKeyError->hide();
+    }
 }
 
 void PreferencesWindow::connectControls()
 {
+    for (ShortcutRecorder* recorder : m_shortcutRecorders) {
+        connect(recorder, &ShortcutRecorder::didEndRecording, this,
+                [this, recorder] { shortcutRecorded(recorder); });
+        connect(recorder, &ShortcutRecorder::recordingChanged, this, [this](bool recording) {
+            if (m_shortcutEditing != nullptr)
+                m_shortcutEditing->setRecording(recording);
+        });
+    }
     connect(m_startAtLogin, &QCheckBox::clicked, this, &PreferencesWindow::startAtLoginClicked);
     connect(m_hideMenuBarIcon, &QCheckBox::clicked, this, [this](bool on) {
         settings::setYesNo(m_defaults, keys::hideMenuBarIcon, on);
@@ -251,6 +333,7 @@ void PreferencesWindow::reloadFromDefaults()
     showQuality(settings::qualityButtons(m_defaults));
     m_savePathMenu.rebuild();
     showSavePathMenu();
+    showShortcuts();
 }
 
 void PreferencesWindow::showSavePathMenu()

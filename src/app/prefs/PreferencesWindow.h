@@ -7,8 +7,10 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 class QCheckBox;
+class QFormLayout;
 class QLabel;
 class QRadioButton;
 
@@ -22,7 +24,12 @@ class Defaults;
 
 namespace app {
 
+namespace hotkeys {
+class ShortcutEditing;
+}
+
 class PopUpButton;
+class ShortcutRecorder;
 
 // The Preferences window. Every control writes its preference the moment it
 // changes; there is nothing to apply or save. The controls show the stored
@@ -42,6 +49,12 @@ public:
     void setFolderChooser(FolderChooser chooser);
     void reloadFromDefaults();
 
+    // Where the hot key editors send what the user records; without it they
+    // change nothing.
+    void setShortcutEditing(hotkeys::ShortcutEditing* editing);
+    // Shows the stored hot keys in their editors.
+    void showShortcuts();
+
 Q_SIGNALS:
     // The tray icon is to be hidden (true) or shown again (false).
     void hideMenuBarIconChanged(bool hidden);
@@ -56,6 +69,8 @@ private:
     void savePathChosen(int index);
     void showQuality(const settings::QualityButtons& buttons);
     void startAtLoginClicked(bool on);
+    void buildShortcutRecorders(QFormLayout* form);
+    void shortcutRecorded(ShortcutRecorder* recorder);
 
     settings::Defaults& m_defaults;
     platform::Autostart& m_autostart;
@@ -73,6 +88,9 @@ private:
     QRadioButton* m_normalQuality = nullptr;
     QRadioButton* m_retinaQuality = nullptr;
     PopUpButton* m_delay = nullptr;
+    std::vector<ShortcutRecorder*> m_shortcutRecorders; // in the order of the hot key table
+    QLabel* m_hotKeyError = nullptr;
+    hotkeys::ShortcutEditing* m_shortcutEditing = nullptr;
 };
 
 } // namespace app

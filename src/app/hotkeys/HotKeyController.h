@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/hotkeys/HotKeyTable.h"
+#include "app/hotkeys/ShortcutEditing.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+#include <map>
+
+namespace settings {
+class Defaults;
+}
+namespace platform {
+class DesktopNotifier;
+}
+
+namespace app::hotkeys {
+
+// The six global hot keys: keeps the `shortcut` preference, the grabs of
+// the hot key centre and the editors of the Preferences window in step, and
+// turns a press into its action.
+class HotKeyController final : public QObject, public ShortcutEditing
+{
+    Q_OBJECT
+public:
+    using Action = std::function<void()>;
+
+    HotKeyController(settings::Defaults& defaults, platform::HotKeyCenter& center,
+                     QObject* parent = nullptr);
+    ~HotKeyController() override;
+
+    // What each press runs; an action without a handler does nothing.
+    void setAction(HotKeyAction action, Action handler);
+    // Whether a recording or the choice of its region is under way; until
+    // set, none ever is.
+    void setRecordingScreen(std::function<bool()> recordingScreen);
+    // Where a key held by another program is reported besides stderr.
+    void setNotifier(platform::DesktopNotifier* notifier);
+
+    // Installs the default table on a first run (before the first-run values
+    // mark the run as done), then registers every stored entry.
+    void registerAllHotKey();
+    void unregisterAllHotKey();
+    void hotKeyAction(const QString& identifier);
+
+    platform::HotKeyStatus
+    shortcutRecorderDidEndRecording(const QString& identifier,
+                                    const std::optional<platform::KeyCombo>& combo) override;
+    void setRecording(bool recording) override;
+
+    // The stored combination of a hot key, nothing when it has none.
+    [[nodiscard]] std::optional<platform::KeyCombo> shortcutFor(const QString& identifier) const;
+
+Q_SIGNALS:
+    // The stored table was read anew; editors show it.
+    void shortcutsLoaded();
+    // A short cut was set: the status menu shows the new key. (Clearing one
+    // does not ask for this; the menu keeps the old key until it is rebuilt
+    // for another reason.)
+    void freshStatusItemMenu();
+
+private:
+    // Registers every entry of the stored table; answers the glyphs of the
+    // keys another program holds.
+    QStringList registerStored();
+    void reportHeld(const QStringList& keys);
+
+    settings::Defaults& m_defaults;
+    platform::HotKeyCenter& m_center;
+    platform::DesktopNotifier* m_notifier = nullptr;
+    std::map<HotKeyAction, Action> m_actions;
+    std::function<bool()> m_recordingScreen;
+    bool m_recording = false;
+};
+
+} // namespace app::hotkeys
