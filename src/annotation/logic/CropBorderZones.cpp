@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "annotation/logic/CropBorderZones.h"
+
+namespace annotation {
+
+std::array<QRectF, 9> CropBorderZones::handleTrackRects(QSizeF size)
+{
+    const double w = size.width();
+    const double h = size.height();
+    const double innerW = w - 24.0;
+    const double innerH = h - 24.0;
+    return {{
+        {13.0, 13.0, innerW, h - 26.0},   // body
+        {1.0, 1.0, 10.0, 10.0},           // bottom left
+        {12.0, 1.0, innerW, 10.0},        // bottom edge
+        {w - 11.0, 1.0, 10.0, 10.0},      // bottom right
+        {w - 10.0, 12.0, 10.0, innerH},   // right edge
+        {w - 11.0, h - 11.0, 10.0, 10.0}, // top right
+        {12.0, h - 11.0, innerW, 10.0},   // top edge
+        {1.0, h - 11.0, 10.0, 10.0},      // top left
+        {2.0, 12.0, 10.0, innerH},        // left edge
+    }};
+}
+
+QRectF CropBorderZones::contentTrackRect(QSizeF size)
+{
+    return {1.0, 1.0, size.width() - 2.0, size.height() - 2.0};
+}
+
+QRectF CropBorderZones::recordButtonRect(QSizeF size)
+{
+    return {size.width() / 2.0 - 160.0, 25.0, 320.0, 40.0};
+}
+
+QRectF CropBorderZones::outlineBox(QSizeF size)
+{
+    const double inset = kSelectionInset - kOutlineWidth;
+    return {inset, inset, size.width() - 2.0 * inset, size.height() - 2.0 * inset};
+}
+
+std::array<QRectF, 8> CropBorderZones::handleSquares(QSizeF size)
+{
+    // Centred on the middle of the outline band.
+    const double near = kSelectionInset - kOutlineWidth / 2.0;
+    const double farX = size.width() - near;
+    const double farY = size.height() - near;
+    const double midX = size.width() / 2.0;
+    const double midY = size.height() / 2.0;
+    const std::array<QPointF, 8> centres{{
+        {near, near},
+        {midX, near},
+        {farX, near},
+        {farX, midY},
+        {farX, farY},
+        {midX, farY},
+        {near, farY},
+        {near, midY},
+    }};
+    std::array<QRectF, 8> squares;
+    for (std::size_t i = 0; i < centres.size(); ++i) {
+        squares[i] = QRectF(centres[i].x() - kHandleSide / 2.0, centres[i].y() - kHandleSide / 2.0,
+                            kHandleSide, kHandleSide);
+    }
+    return squares;
+}
+
+std::vector<TrackingArea> CropBorderZones::trackingAreas(QSizeF size, bool hideHandleRect,
+                                                         bool withRecordButton)
+{
+    std::vector<TrackingArea> areas;
+    if (!hideHandleRect) {
+        const std::array<QRectF, 9> zones = handleTrackRects(size);
+        for (std::size_t i = 0; i < zones.size(); ++i)
+            areas.push_back({static_cast<int>(i), zones[i]});
+    }
+    if (withRecordButton)
+        areas.push_back({kRecordButtonArea, recordButtonRect(size)});
+    return areas;
+}
+
+} // namespace annotation
