@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "capture/logic/ClipEvents.h"
+#include "capture/logic/ClipViewHost.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace capture {
+
+class ClipStateMachine;
+
+// The keys of a capture for one screen's overlay: the monitor's table, which
+// sees every key first, and the clip view's own keyDown, which acts once the
+// annotation window is open (undo, delete, tool short cuts, arrow keys).
+class ClipKeyHandler
+{
+public:
+    explicit ClipKeyHandler(ClipStateMachine& machine);
+
+    // From the event filter, for every key press. True when the key was
+    // consumed; otherwise it has been forwarded to the annotation
+    // controller and goes on to the focused widget.
+    bool monitorKeyDown(const ClipKeyEvent& event);
+
+    // The clip view's keyDown (the focused view, or the monitor during a
+    // mark-up of a pin).
+    void keyDown(const ClipKeyEvent& event);
+
+    // From the view's mouseMoved: the first move after arrow-key changes
+    // ends them and brings the tool bar back.
+    void mouseMoved();
+
+    // The tool command a typed key chooses through `shortcutOfButton`, with
+    // space as "ㄩ", Return as "↩" and letters in upper case.
+    [[nodiscard]] static std::optional<AnnotationCommand>
+    shortcutCommand(const ClipKeyEvent& event, const QVariantMap& shortcutOfButton);
+
+private:
+    void arrowKey(const ClipKeyEvent& event, const ClipGates& gates);
+
+    ClipStateMachine& m_machine;
+};
+
+} // namespace capture

@@ -1,0 +1,555 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/logic/ClipStateMachine.h"
+
+#include "capture/logic/DragMagnifier.h"
+#include "capture/logic/HoverMagnifier.h"
+#include "capture/logic/SelectionGeometry.h"
+#include "capture/logic/SizeLabelPlacement.h"
+#include "core/MessageBus.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace capture {
+namespace {
+
+using G = SelectionGeometry;
+
+constexpr double BorderBand = SelectionGeometry::BorderBand;
+// The outline box of a fixed selection sits 2 outside it: 4 inside the border.
+constexpr double OutlineInset = BorderBand - SelectionGeometry::OutlineBand;
+// The dim surround of a fixed selection, measured from the border frame, so
+// that its hole is one point larger than the selection.
+constexpr double FixedDimGrowth = 9994.0;
+// A hovered window's hole stops 2 inside it, under its outline.
+constexpr double HoverDimGrowth = 9997.0;
+// The dim surround's border: what is left of the box inside it is the hole.
+constexpr double SurroundBorder = 9999.0;
+// The magnifier's throttle: a jump of more than this many points, or this
+// much time since the last refresh.
+constexpr double MagnifierJump = 30.0;
+constexpr double MagnifierInterval = 0.04;
+// The drag event that turns a click on a window into a region: events, not
+// distance, so a slightly shaky click still takes the window.
+constexpr int RegionDragEvent = 8;
+
+const QString kMappingWindowName = QStringLiteral("mappingWindowByKelvo");
+const QString kDesktopPicturePrefix = QStringLiteral("Desktop Picture - ");
+
+bool isTextStroke(int type)
+{
+    return type == 6 || type == 7;
+}
+
+} // namespace
+
+ClipStateMachine::ClipStateMachine(CaptureState& state, ClipViewHost& host,
+                                   core::ScreenLayout layout, int screen)
+    : m_state(state)
+    , m_host(host)
+    , m_layout(std::move(layout))
+    , m_screen(screen)
+{
+    m_state.stateOfMultiWindowScreenshots = 0;
+}
+
+QSizeF ClipStateMachine::windowSize() const
+{
+    if (m_screen < 0 || m_screen >= m_layout.count())
+        return {};
+    return m_layout.screen(m_screen).frame.size();
+}
+
+QSizeF ClipStateMachine::getCurrentScreenSize() const
+{
+    const int index = m_host.screenUnderMouse();
+    if (index < 0 || index >= m_layout.count())
+        return {};
+    return m_layout.screen(index).frame.size();
+}
+
+QRectF ClipStateMachine::screenUnderMouseFrame()
+{
+    const int index = m_host.screenUnderMouse();
+    const QRectF frame =
+        index >= 0 && index < m_layout.count() ? m_layout.frameBottomLeft(index) : QRectF();
+    if (frame.height() == 0)
+        return m_state.oldRect;
+    m_state.oldRect = frame;
+    return frame;
+}
+
+void ClipStateMachine::setOverlayAlpha(double alpha)
+{
+    m_overlayAlpha = alpha;
+    m_host.needsDisplay();
+}
+
+void ClipStateMachine::showClipViewWithFrame(const QRectF& frame, bool withToolbar,
+                                             bool isRecordScreen)
+{
+    m_clipState = ClipState::Waiting;
+    m_selection.contentRect = frame;
+    m_look = ClipLook{};
+    m_look.toolbarViewShown = withToolbar;
+    m_state.isRecordScreen = isRecordScreen;
+    m_look.tipViewShown = !isRecordScreen && !m_state.annotatedOnMapFromRightMouse;
+    // The surround covers the window until the first selection is shown.
+    m_selection.contentViewFrame = m_selection.contentRect;
+    m_selection.backgroundBoxFrame = QRectF(QPointF(0, 0), windowSize());
+    setContentFrame(G::grown(m_selection.contentRect, BorderBand));
+    m_state.mouseDraggedTimes = 0;
+}
+
+void ClipStateMachine::setContentFrame(const QRectF& borderFrame)
+{
+    m_selection.contentRect = G::grown(borderFrame, -BorderBand);
+    m_selection.contentFrame = borderFrame;
+    m_selection.cropBorderFrame = borderFrame;
+    m_selection.contentViewFrame = m_selection.contentRect;
+    m_host.needsDisplay();
+}
+
+void ClipStateMachine::setFrame()
+{
+    m_selection.contentViewFrame = m_selection.contentRect;
+    m_selection.cropBorderFrame = G::grown(m_selection.contentRect, BorderBand);
+    setContentFrame(m_selection.cropBorderFrame);
+}
+
+void ClipStateMachine::resetFramesToThisOne(const QRectF& frame)
+{
+    m_look.magnifierShown = true;
+    m_selection.cropBorderFrame = frame;
+    m_state.currentRectOfAnnotatedImageView = G::truncated(frame);
+}
+
+void ClipStateMachine::showHoveredWindow(const QRectF& windowRect)
+{
+    m_selection.selectedBoxFrame = windowRect;
+    setContentFrame(G::grown(windowRect, BorderBand));
+    m_selection.backgroundBoxFrame = G::grown(windowRect, HoverDimGrowth);
+}
+
+SurroundBands ClipStateMachine::surround() const
+{
+    return {m_selection.selectedBoxFrame,
+            G::grown(m_selection.backgroundBoxFrame, -SurroundBorder)};
+}
+
+void ClipStateMachine::setFrameForContentView(const QRectF& rect, QPointF mouse, double now)
+{
+    const QRectF r = G::truncated(rect);
+    m_selection.contentRect = r;
+    m_selection.contentViewFrame = r;
+    m_selection.selectedBoxFrame = G::grown(r, SelectionGeometry::OutlineBand);
+    m_selection.backgroundBoxFrame = G::grown(r, SelectionGeometry::DimGrowth);
+
+    if (std::abs(r.width() - m_state.lastRect.width()) > MagnifierJump ||
+        std::abs(r.height() - m_state.lastRect.height()) > MagnifierJump ||
+        now - m_state.lastTimeOfMoving > MagnifierInterval) {
+        m_host.magnifierNeedsDisplay();
+        m_state.lastTimeOfMoving = now;
+    }
+    m_state.lastRect = r;
+
+    const QRectF screen = screenUnderMouseFrame();
+    m_look.magnifierOrigin = DragMagnifier::positionOfDragging(
+        mouse, screen.size(), r, m_host.cropBorder().numberOfReSize, m_onlyClipCurrentWindow);
+    m_look.cursorImageFrame = HoverMagnifier::cross(mouse);
+
+    if (m_selection.lastContentRect != m_selection.contentViewFrame &&
+        m_clipState != ClipState::Dragging)
+        showBoxes();
+    m_selection.lastContentRect = m_selection.contentRect;
+    m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
+}
+
+void ClipStateMachine::showBoxes()
+{
+    if (m_state.stateOfMultiWindowScreenshots == 0)
+        m_look.backgroundBoxTransparent = false;
+    m_look.selectedBoxTransparent = false;
+    m_selection.backgroundBoxFrame =
+        G::grown(m_selection.contentRect, SelectionGeometry::DimGrowth);
+    m_selection.selectedBoxFrame =
+        G::grown(m_selection.contentRect, SelectionGeometry::OutlineBand);
+}
+
+void ClipStateMachine::mousedown(const ClipMouseEvent& event)
+{
+    const ClipGates gates = m_host.gates();
+    if (gates.tipsBoxIsOpening ||
+        (gates.mouseInButtonOfRecordScreen && !gates.realStartRecordingScreen) ||
+        gates.savePanelOpened)
+        return;
+    m_look.tipViewShown = false;
+
+    if (event.modifiers.testFlag(Qt::ShiftModifier) && m_state.stateOfMultiWindowScreenshots == 0 &&
+        m_onlyClipCurrentWindow && !m_state.clipToolbarWindowOpened)
+        m_host.enterMultiWindowPick(event);
+    // While picking, the press only keeps the overlay waiting; the release picks.
+    if (m_state.stateOfMultiWindowScreenshots == 1) {
+        m_clipState = ClipState::Waiting;
+        return;
+    }
+
+    m_state.GKCropBorderViewCanMove = false;
+    const bool overStroke = m_state.pointerRole == PointerRole::OverStroke;
+    m_state.mouseDraggedTimes = 0;
+
+    const QPointF point = event.location;
+    const bool inBorder = G::pointInRect(point, m_selection.cropBorderFrame);
+    if (event.clickCount == 2 && inBorder && m_host.preferences().doubleClickToSavePaste) {
+        m_host.runLater(10,
+                        [this] { m_host.annotation(AnnotationCommand::CopyToPasteButtonClick); });
+        return;
+    }
+    if (isTextStroke(gates.currentStrokeType) && !overStroke && inBorder) {
+        m_host.endTextEdit();
+        return;
+    }
+    if (gates.scrollScreenShot)
+        return;
+
+    if (m_clipState == ClipState::Waiting) {
+        m_lastDate = event.timestamp;
+        m_clipState = ClipState::Pressed;
+        m_rectBeginPoint = G::truncated(point);
+    }
+    if (m_clipState == ClipState::Pressed && !m_state.clipToolbarWindowOpened)
+        m_host.clipViewMouseDown(event);
+
+    m_isCanDrawSelectFunction = false;
+    if (!m_state.toolbarViewOpend && gates.isRecordingOverlay)
+        m_look.layerBackgroundClear = true;
+
+    chooseDragMode(point, gates, m_host.cropBorder());
+
+    if (m_isCanDrawSelectFunction) {
+        m_host.handleMouseEvent(event, MouseEventPhase::Down);
+        if (overStroke)
+            return;
+        if (isTextStroke(m_host.gates().currentStrokeType))
+            m_host.openTextView();
+    } else {
+        m_selection.startPoint = point;
+        m_host.cropBorderMouseDown(event);
+    }
+}
+
+void ClipStateMachine::chooseDragMode(QPointF point, const ClipGates& gates,
+                                      const CropBorderStatus& border)
+{
+    const bool recordingBar = m_state.toolbarViewOpend && !gates.realStartRecordingScreen;
+    const bool overSelection =
+        G::pointInRect(point, m_selection.contentViewFrame) && !border.isInResizeRect;
+    const bool onBorder = G::pointInRect(point, m_selection.cropBorderFrame) && !overSelection;
+
+    const auto startMove = [&] {
+        m_dragMode = DragMode::Move;
+        m_state.GKCropBorderViewCanMove = true;
+        if (recordingBar && !m_onlyClipCurrentWindow)
+            m_host.needsDisplay();
+    };
+
+    if (border.isCanMove) {
+        startMove();
+    } else if (overSelection) {
+        if (!recordingBar && gates.selectFunction.size() >= 2 && m_state.clipToolbarWindowOpened)
+            m_isCanDrawSelectFunction = true;
+        else
+            startMove();
+    } else if (onBorder && !gates.scrollScreenShot) {
+        m_dragMode = DragMode::Resize;
+        m_selection.lastContentRectBeforeResize = m_selection.contentRect;
+        if (recordingBar)
+            m_host.needsDisplay();
+    } else {
+        m_dragMode = DragMode::None;
+    }
+}
+
+void ClipStateMachine::mousedragged(const ClipMouseEvent& event)
+{
+    const ClipGates gates = m_host.gates();
+    if (gates.tipsBoxIsOpening || m_state.stateOfMultiWindowScreenshots == 1 ||
+        (gates.mouseInButtonOfRecordScreen && !gates.realStartRecordingScreen) ||
+        gates.savePanelOpened)
+        return;
+    ++m_state.mouseDraggedTimes;
+
+    if (m_isCanDrawSelectFunction) {
+        m_host.handleMouseEvent(event, MouseEventPhase::Dragged);
+        // The mosaic is costly to paint: every third event is enough.
+        if (m_host.gates().currentStrokeType == 5 && m_state.mouseDraggedTimes % 3 == 0)
+            m_host.needsDisplay();
+        return;
+    }
+
+    if (m_state.mouseDraggedTimes == RegionDragEvent && !m_state.clipToolbarWindowOpened) {
+        m_onlyClipCurrentWindow = false;
+        m_look.cropBorderHideHandleRect = false;
+        m_look.selectedBoxTransparent = false;
+        m_look.backgroundBoxTransparent = false;
+    }
+    m_clipState = ClipState::Dragging;
+
+    if (!m_state.clipToolbarWindowOpened && !m_state.toolbarViewOpend)
+        dragRegion(event);
+    else
+        dragSelection(event);
+    hideToolbarForChange(gates);
+}
+
+void ClipStateMachine::dragRegion(const ClipMouseEvent& event)
+{
+    QSizeF size = getCurrentScreenSize();
+    if (size.width() == 0 || size.height() == 0)
+        size = getCurrentScreenSize();
+    // Only the end is clamped: the begin point came from this screen.
+    m_rectEndPoint = {std::clamp(event.location.x(), 0.0, std::max(0.0, size.width())),
+                      std::clamp(event.location.y(), 0.0, std::max(0.0, size.height()))};
+    m_look.magnifierShown = true;
+    m_look.cursorImageShown = true;
+    setFrameForContentView(G::spanned(m_rectEndPoint, m_rectBeginPoint), event.location,
+                           event.timestamp);
+    m_host.setCursor(ClipCursor::Null);
+    m_host.setCursorRectsEnabled(false);
+}
+
+void ClipStateMachine::dragSelection(const ClipMouseEvent& event)
+{
+    // A window selection can be neither moved nor resized.
+    if (m_onlyClipCurrentWindow)
+        return;
+    if (m_dragMode == DragMode::Move) {
+        const G::Move move = G::moved(m_selection.contentRect, event.location,
+                                      m_selection.startPoint, getCurrentScreenSize());
+        m_selection.contentRect = move.contentRect;
+        m_selection.startPoint = move.startPoint;
+        m_selection.selectedBoxFrame =
+            G::grown(m_selection.contentRect, SelectionGeometry::OutlineBand);
+        m_selection.backgroundBoxFrame =
+            G::grown(m_selection.contentRect, SelectionGeometry::DimGrowth);
+        m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
+        afterMoveOrResize();
+    } else if (m_dragMode == DragMode::Resize) {
+        m_host.setCursor(ClipCursor::Null);
+        m_host.setCursorRectsEnabled(false);
+        m_selection.contentRect = G::resized(m_selection.lastContentRectBeforeResize,
+                                             event.location, m_host.cropBorder().numberOfReSize);
+        setFrameForContentView(m_selection.contentRect, event.location, event.timestamp);
+        m_host.runLater(30, [this] { m_look.magnifierShown = m_look.cursorImageShown = true; });
+        afterMoveOrResize();
+    }
+}
+
+void ClipStateMachine::afterMoveOrResize()
+{
+    // The annotation layers get the new origin now but keep their size
+    // until the release settles the frame.
+    const QRectF& r = m_selection.contentRect;
+    m_state.currentRectOfAnnotatedImageView =
+        QRectF(r.x() - BorderBand, r.y() - BorderBand, r.width(), r.height());
+    m_selection.cropBorderFrame = G::grown(r, BorderBand);
+    m_host.cropBorderNeedsDisplay();
+}
+
+void ClipStateMachine::hideToolbarForChange(const ClipGates& gates)
+{
+    if (!m_state.buttonBoxHiddened && m_state.clipToolbarWindowOpened && !m_onlyClipCurrentWindow) {
+        m_state.buttonBoxHiddened = true;
+        m_host.postMessage(QStringLiteral("hiddenButtonOfClipToolbarWindow"));
+        m_look.selectedBoxTransparent = false;
+        m_look.backgroundBoxTransparent = false;
+        m_host.annotation(AnnotationCommand::HideSelectionBoxes);
+    }
+    if (m_state.toolbarViewOpend && m_look.toolbarViewShown && !m_onlyClipCurrentWindow &&
+        !gates.realStartRecordingScreen)
+        m_look.toolbarViewShown = false;
+}
+
+void ClipStateMachine::mouseup(const ClipMouseEvent& event)
+{
+    const ClipGates gates = m_host.gates();
+    if (m_state.stateOfMultiWindowScreenshots == 1 && !gates.isRecordingOverlay) {
+        m_host.toggleMultiWindowPick(event);
+        return;
+    }
+    m_dragMode = DragMode::None;
+    m_look.magnifierShown = false;
+    m_look.cursorImageShown = false;
+    m_state.lastHotSpot = QPointF(-1.0, -1.0);
+    if (gates.savePanelOpened || gates.tipsBoxIsOpening)
+        return;
+    m_state.GKCropBorderViewCanMove = false;
+
+    if (m_isCanDrawSelectFunction) {
+        m_state.mouseDraggedTimes = 0;
+        m_host.handleMouseEvent(event, MouseEventPhase::Up);
+        const int type = m_host.gates().currentStrokeType;
+        if (type == 8 || type == 5) {
+            m_host.updateTrackingAreas();
+            m_host.needsDisplay();
+        }
+        return;
+    }
+    // A click while the annotation window is open changed nothing of the selection.
+    if (m_state.clipToolbarWindowOpened && !m_state.buttonBoxHiddened)
+        return;
+
+    if (m_onlyClipCurrentWindow) {
+        m_look.cropBorderOnlyClipCurrentWindow = true;
+        m_look.cropBorderAdded = true;
+        // A click on a pin marks that pin up.
+        if (!m_state.annotatedOnMap)
+            m_state.annotatedOnMap = m_state.currentWindowName == kMappingWindowName;
+    }
+    QRectF& content = m_selection.contentRect;
+    if (content.height() == 0 || content.width() == 0 ||
+        (content == QRectF(QPointF(0, 0), windowSize()) && m_onlyClipCurrentWindow))
+        content = m_state.currentWindowRect;
+    // Nothing under the mouse and no region: nothing to leave the overlay up for.
+    if (content.height() < 1.0 || content.width() < 1.0) {
+        m_host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+        return;
+    }
+    // The desktop gives the whole screen as a region, with handles.
+    if (m_state.currentWindowName.startsWith(kDesktopPicturePrefix) &&
+        m_state.currentWindowLayer < 0)
+        m_onlyClipCurrentWindow = false;
+
+    const ClipPreferences prefs = m_host.preferences();
+    const int shadow = prefs.needShadowOfnotSingleWindow ? prefs.sizeOfShadow : 0;
+    // A window's shadow is part of its picture, so the frame makes room for it.
+    const QRectF frame = shadow >= 1 && m_onlyClipCurrentWindow && !m_state.annotatedOnMap
+                             ? G::grown(content, BorderBand + shadow)
+                             : G::grown(content, BorderBand);
+    m_selection.selectedBoxFrame = G::grown(frame, -OutlineInset);
+    m_selection.backgroundBoxFrame = G::grown(frame, FixedDimGrowth);
+    m_selection.cropBorderFrame = frame;
+    setContentFrame(frame);
+    m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
+
+    if (m_state.buttonBoxHiddened) {
+        // A move or resize ended while the annotation window was open.
+        m_state.currentRectOfAnnotatedImageView = G::truncated(frame);
+        m_state.buttonBoxHiddened = false;
+        writePreRect(m_state.currentRectOfAnnotatedImageView);
+        m_host.postMessage(QStringLiteral("unhiddenButtonOfClipToolbarWindow"));
+        m_host.activateApplication();
+    } else if (m_state.clipToolbarWindowOpened) {
+        m_state.mouseDraggedTimes = 0;
+        m_clipState = ClipState::Selected;
+        return;
+    } else {
+        finishFirstSelection(event, shadow);
+    }
+    m_state.mouseDraggedTimes = 0;
+    m_clipState = ClipState::Selected;
+}
+
+void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int shadow)
+{
+    m_host.setCursor(ClipCursor::Arrow);
+    m_state.pointerRole = PointerRole::Arrow;
+    if (!m_onlyClipCurrentWindow)
+        m_look.cropBorderAdded = true;
+    m_host.annotation(AnnotationCommand::ClearSelectFunction);
+
+    m_state.currentRectOfAnnotatedImageView =
+        G::grown(G::truncated(m_selection.contentRect), BorderBand);
+    // The repeated area is the window without its shadow.
+    writePreRect(m_onlyClipCurrentWindow
+                     ? G::grown(m_state.currentRectOfAnnotatedImageView, -shadow)
+                     : m_state.currentRectOfAnnotatedImageView);
+    m_host.synchronizePreferences();
+
+    m_host.cropBorderNeedsDisplay();
+    m_state.screenOfScreenShot = m_host.screenUnderMouse();
+    m_host.changFullImageToMosaicImage();
+    m_host.annotation(AnnotationCommand::OpenWindow);
+    m_host.activateApplication();
+    m_host.handleMouseEvent(event, MouseEventPhase::Up);
+
+    if (m_onlyClipCurrentWindow) {
+        m_host.annotation(AnnotationCommand::DisableScrollScreenshotButton);
+        if (!G::containsRect(QRectF(QPointF(0, 0), windowSize()), m_selection.selectedBoxFrame))
+            m_host.setWindowBackgroundClear();
+    }
+    m_state.imageAllWindowArray.clear();
+    if (m_layout.count() >= 2)
+        m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
+}
+
+QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
+{
+    const QRectF screen = m_layout.frameBottomLeft(m_screen);
+    const double deep = m_layout.deepestHeight();
+    const double x = screen.x() + frame.x() + BorderBand;
+    const double y = deep - screen.y() - frame.y() - frame.height() + BorderBand;
+    return G::stringFromRect(
+        QRectF(x, y, frame.width() - 2 * BorderBand, frame.height() - 2 * BorderBand));
+}
+
+void ClipStateMachine::writePreRect(const QRectF& frame)
+{
+    m_host.writePreference(QStringLiteral("preRectOfScreenShots"), preRectOfScreenShots(frame));
+}
+
+void ClipStateMachine::fullScreenCapture()
+{
+    m_onlyClipCurrentWindow = false;
+    m_look.cropBorderOnlyClipCurrentWindow = true;
+    const QSizeF size = windowSize();
+    m_selection.cropBorderFrame = QRectF(-BorderBand, -BorderBand, size.width() + 2 * BorderBand,
+                                         size.height() + 2 * BorderBand);
+    m_look.cropBorderAdded = true;
+
+    m_look.selectedBoxAdded = false;
+    m_look.backgroundBoxAdded = false;
+    m_look.tipViewShown = false;
+    m_look.magnifierAdded = false;
+    m_look.cursorImagesCleared = true;
+    setContentFrame(m_selection.cropBorderFrame);
+
+    if (m_state.clipToolbarWindowOpened)
+        return;
+    m_host.annotation(AnnotationCommand::ClearSelectFunction);
+    m_state.currentRectOfAnnotatedImageView = G::truncated(m_selection.contentFrame);
+    m_host.annotation(AnnotationCommand::OpenWindow);
+    m_state.screenOfScreenShot = m_host.screenUnderMouse();
+    m_host.changFullImageToMosaicImage();
+    if (m_layout.count() >= 2)
+        m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
+}
+
+void ClipStateMachine::startAnnotation()
+{
+    if (!m_state.annotatedOnMapFromRightMouse)
+        return;
+    m_state.imageAllWindowArray.clear();
+    m_look.cursorImageShown = false;
+    // A fresh crop border over the pin's rectangle.
+    m_selection.cropBorderFrame = m_state.currentRectOfAnnotatedImageView;
+    m_look.cropBorderAdded = true;
+    m_onlyClipCurrentWindow = true;
+    m_look.cropBorderOnlyClipCurrentWindow = true;
+    setContentFrame(m_selection.cropBorderFrame);
+    m_look.layerBackgroundClear = true;
+    m_look.selectedBoxTransparent = false;
+    m_look.backgroundBoxTransparent = false;
+    m_selection.backgroundBoxFrame =
+        G::grown(m_selection.contentRect, SelectionGeometry::DimGrowth);
+    m_selection.selectedBoxFrame =
+        G::grown(m_selection.contentRect, SelectionGeometry::OutlineBand);
+    m_clipState = ClipState::Selected;
+    m_host.changFullImageToMosaicImage();
+    m_host.makeKeyAndOrderFront();
+    m_host.activateApplication();
+    m_state.screenOfScreenShot = m_host.screenUnderMouse();
+}
+
+} // namespace capture

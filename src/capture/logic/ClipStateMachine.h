@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "capture/logic/CaptureState.h"
+#include "capture/logic/ClipEvents.h"
+#include "capture/logic/ClipLook.h"
+#include "capture/logic/ClipSelection.h"
+#include "capture/logic/ClipViewHost.h"
+#include "capture/logic/SurroundBands.h"
+#include "core/Geometry.h"
+
+#include <QRectF>
+#include <QSizeF>
+
+namespace capture {
+
+// clipState
+enum class ClipState
+{
+    Waiting = 0,  // no press yet: hover selects windows; also while picking
+    Pressed = 1,  // the button went down in Waiting and no drag came yet
+    Dragging = 2, // a drag that is no tool stroke is under way
+    Selected = 3, // the selection stands: the annotation window is open
+};
+
+// dragMode, chosen at each press.
+enum class DragMode
+{
+    None = 0,
+    Resize = 1, // at the crop border's handle numberOfReSize
+    Move = 2,
+};
+
+// The overlay of one screen as a state machine: presses, drags and releases
+// become one selection (a hovered window, a dragged region, a whole screen),
+// which is then handed to the annotation window and can be moved and resized
+// while it is open. Every side effect goes through the host; everything the
+// view paints can be read back from selection() and look().
+class ClipStateMachine
+{
+public:
+    // `layout` holds every screen, `screen` is the index of this overlay's.
+    ClipStateMachine(CaptureState& state, ClipViewHost& host, core::ScreenLayout layout,
+                     int screen);
+
+    // Called by the controller when the overlay is shown: back to Waiting with
+    // `frame` (overlay-local) as the selection, nothing drawn yet.
+    void showClipViewWithFrame(const QRectF& frame, bool withToolbar, bool isRecordScreen);
+
+    // From the event monitors.
+    void mousedown(const ClipMouseEvent& event);
+    void mousedragged(const ClipMouseEvent& event);
+    void mouseup(const ClipMouseEvent& event);
+
+    // Key F: the whole screen is the selection.
+    void fullScreenCapture();
+    // The controller's answer to "startAnnotation" on the screen under the
+    // mouse; acts only for a mark-up started from a pin's menu.
+    void startAnnotation();
+
+    // The selection setters the hover, the keyboard and the drags share.
+    // A region under change: cut to whole numbers, the boxes follow, the
+    // magnifier is placed and refreshed at most 25 times a second.
+    void setFrameForContentView(const QRectF& rect, QPointF mouse, double now);
+    // The crop border's frame; the selection is it inset by 6.
+    void setContentFrame(const QRectF& borderFrame);
+    // The view's own frame changed: the content view and the border follow
+    // the selection.
+    void setFrame();
+    // The crop border (and the copy the annotation layers read) to `frame`.
+    void resetFramesToThisOne(const QRectF& frame);
+    // The hover found another window: outline it and make it the selection.
+    void showHoveredWindow(const QRectF& windowRect);
+
+    [[nodiscard]] ClipState clipState() const { return m_clipState; }
+    [[nodiscard]] DragMode dragMode() const { return m_dragMode; }
+    [[nodiscard]] bool onlyClipCurrentWindow() const { return m_onlyClipCurrentWindow; }
+    [[nodiscard]] bool isCanDrawSelectFunction() const { return m_isCanDrawSelectFunction; }
+    [[nodiscard]] QPointF rectBeginPoint() const { return m_rectBeginPoint; }
+    [[nodiscard]] QPointF rectEndPoint() const { return m_rectEndPoint; }
+    [[nodiscard]] double lastDate() const { return m_lastDate; }
+    [[nodiscard]] double overlayAlpha() const { return m_overlayAlpha; }
+    void setOverlayAlpha(double alpha);
+
+    [[nodiscard]] const ClipSelection& selection() const { return m_selection; }
+    [[nodiscard]] const ClipLook& look() const { return m_look; }
+    // The outline box and the bright hole of the dim surround as they stand.
+    [[nodiscard]] SurroundBands surround() const;
+    // The view changes the few look fields it owns (the recording tool bar).
+    [[nodiscard]] ClipLook& look() { return m_look; }
+    [[nodiscard]] CaptureState& state() { return m_state; }
+    [[nodiscard]] ClipViewHost& host() { return m_host; }
+    [[nodiscard]] int screen() const { return m_screen; }
+    [[nodiscard]] const core::ScreenLayout& layout() const { return m_layout; }
+    // The size of the screen under the mouse, zero when there is none.
+    [[nodiscard]] QSizeF getCurrentScreenSize() const;
+    // The overlay's own size.
+    [[nodiscard]] QSizeF windowSize() const;
+
+    // "{{x, y}, {w, h}}" of the border frame `frame` in global top-left, as
+    // the repeat-last-area action reads it back, inset by the border band.
+    [[nodiscard]] QString preRectOfScreenShots(const QRectF& frame) const;
+
+private:
+    void chooseDragMode(QPointF point, const ClipGates& gates, const CropBorderStatus& border);
+    void dragRegion(const ClipMouseEvent& event);
+    void dragSelection(const ClipMouseEvent& event);
+    void afterMoveOrResize();
+    void hideToolbarForChange(const ClipGates& gates);
+    void finishFirstSelection(const ClipMouseEvent& event, int shadow);
+    void writePreRect(const QRectF& frame);
+    void showBoxes();
+    // The frame of the screen under the mouse (global bottom-left), or the
+    // last one seen while the pointer is between screens.
+    [[nodiscard]] QRectF screenUnderMouseFrame();
+
+    CaptureState& m_state;
+    ClipViewHost& m_host;
+    core::ScreenLayout m_layout;
+    int m_screen;
+
+    ClipState m_clipState = ClipState::Waiting;
+    DragMode m_dragMode = DragMode::None;
+    bool m_onlyClipCurrentWindow = true;
+    bool m_isCanDrawSelectFunction = false;
+    double m_lastDate = 0.0;
+    QPointF m_rectBeginPoint;
+    QPointF m_rectEndPoint;
+    double m_overlayAlpha = 0.5;
+
+    ClipSelection m_selection;
+    ClipLook m_look;
+};
+
+} // namespace capture
