@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/logic/SurroundBands.h"
+
 #include <QPointF>
 #include <QRectF>
 
@@ -22,6 +24,19 @@ struct ClipSelection
     QRectF lastContentRect;    // contentRect as the last change left it
     QRectF lastContentRectBeforeResize;
     QPointF startPoint; // the last point of a move
+
+    // The crop border's frame; the selection is it inset by 6.
+    void setContentFrame(const QRectF& borderFrame);
+    // A region under change: the selection and its content view.
+    void setRegion(const QRectF& region);
+    // Outline and surround around the selection as it stands.
+    void surroundSelection();
+    // A hovered window: outlined on its own edge, the hole 2 inside it.
+    void showHoveredWindow(const QRectF& windowRect);
+    // A selection fixed at the release from its border frame.
+    void fix(const QRectF& borderFrame);
+    // The outline box and the bright hole of the dim surround.
+    [[nodiscard]] SurroundBands surround() const;
 };
 
 } // namespace capture

@@ -17,15 +17,6 @@ namespace {
 using G = SelectionGeometry;
 
 constexpr double BorderBand = SelectionGeometry::BorderBand;
-// The outline box of a fixed selection sits 2 outside it: 4 inside the border.
-constexpr double OutlineInset = BorderBand - SelectionGeometry::OutlineBand;
-// The dim surround of a fixed selection, measured from the border frame, so
-// that its hole is one point larger than the selection.
-constexpr double FixedDimGrowth = 9994.0;
-// A hovered window's hole stops 2 inside it, under its outline.
-constexpr double HoverDimGrowth = 9997.0;
-// The dim surround's border: what is left of the box inside it is the hole.
-constexpr double SurroundBorder = 9999.0;
 // The magnifier's throttle: a jump of more than this many points, or this
 // much time since the last refresh.
 constexpr double MagnifierJump = 30.0;
@@ -104,10 +95,7 @@ void ClipStateMachine::showClipViewWithFrame(const QRectF& frame, bool withToolb
 
 void ClipStateMachine::setContentFrame(const QRectF& borderFrame)
 {
-    m_selection.contentRect = G::grown(borderFrame, -BorderBand);
-    m_selection.contentFrame = borderFrame;
-    m_selection.cropBorderFrame = borderFrame;
-    m_selection.contentViewFrame = m_selection.contentRect;
+    m_selection.setContentFrame(borderFrame);
     m_host.needsDisplay();
 }
 
@@ -127,24 +115,14 @@ void ClipStateMachine::resetFramesToThisOne(const QRectF& frame)
 
 void ClipStateMachine::showHoveredWindow(const QRectF& windowRect)
 {
-    m_selection.selectedBoxFrame = windowRect;
-    setContentFrame(G::grown(windowRect, BorderBand));
-    m_selection.backgroundBoxFrame = G::grown(windowRect, HoverDimGrowth);
-}
-
-SurroundBands ClipStateMachine::surround() const
-{
-    return {m_selection.selectedBoxFrame,
-            G::grown(m_selection.backgroundBoxFrame, -SurroundBorder)};
+    m_selection.showHoveredWindow(windowRect);
+    m_host.needsDisplay();
 }
 
 void ClipStateMachine::setFrameForContentView(const QRectF& rect, QPointF mouse, double now)
 {
     const QRectF r = G::truncated(rect);
-    m_selection.contentRect = r;
-    m_selection.contentViewFrame = r;
-    m_selection.selectedBoxFrame = G::grown(r, SelectionGeometry::OutlineBand);
-    m_selection.backgroundBoxFrame = G::grown(r, SelectionGeometry::DimGrowth);
+    m_selection.setRegion(r);
 
     if (std::abs(r.width() - m_state.lastRect.width()) > MagnifierJump ||
         std::abs(r.height() - m_state.lastRect.height()) > MagnifierJump ||
@@ -171,10 +149,7 @@ void ClipStateMachine::showBoxes()
     if (m_state.stateOfMultiWindowScreenshots == 0)
         m_look.backgroundBoxTransparent = false;
     m_look.selectedBoxTransparent = false;
-    m_selection.backgroundBoxFrame =
-        G::grown(m_selection.contentRect, SelectionGeometry::DimGrowth);
-    m_selection.selectedBoxFrame =
-        G::grown(m_selection.contentRect, SelectionGeometry::OutlineBand);
+    m_selection.surroundSelection();
 }
 
 void ClipStateMachine::mousedown(const ClipMouseEvent& event)
@@ -329,10 +304,7 @@ void ClipStateMachine::dragSelection(const ClipMouseEvent& event)
                                       m_selection.startPoint, getCurrentScreenSize());
         m_selection.contentRect = move.contentRect;
         m_selection.startPoint = move.startPoint;
-        m_selection.selectedBoxFrame =
-            G::grown(m_selection.contentRect, SelectionGeometry::OutlineBand);
-        m_selection.backgroundBoxFrame =
-            G::grown(m_selection.contentRect, SelectionGeometry::DimGrowth);
+        m_selection.surroundSelection();
         m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
         afterMoveOrResize();
     } else if (m_dragMode == DragMode::Resize) {
@@ -427,10 +399,8 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
     const QRectF frame = shadow >= 1 && m_onlyClipCurrentWindow && !m_state.annotatedOnMap
                              ? G::grown(content, BorderBand + shadow)
                              : G::grown(content, BorderBand);
-    m_selection.selectedBoxFrame = G::grown(frame, -OutlineInset);
-    m_selection.backgroundBoxFrame = G::grown(frame, FixedDimGrowth);
-    m_selection.cropBorderFrame = frame;
-    setContentFrame(frame);
+    m_selection.fix(frame);
+    m_host.needsDisplay();
     m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
 
     if (m_state.buttonBoxHiddened) {
@@ -486,12 +456,9 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
 
 QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
 {
-    const QRectF screen = m_layout.frameBottomLeft(m_screen);
-    const double deep = m_layout.deepestHeight();
-    const double x = screen.x() + frame.x() + BorderBand;
-    const double y = deep - screen.y() - frame.y() - frame.height() + BorderBand;
-    return G::stringFromRect(
-        QRectF(x, y, frame.width() - 2 * BorderBand, frame.height() - 2 * BorderBand));
+    // The selection inside the border, in the global top-left system.
+    const QRectF local = G::grown(frame, -BorderBand);
+    return G::stringFromRect(m_layout.overlayLocalToTopLeft(m_screen, local));
 }
 
 void ClipStateMachine::writePreRect(const QRectF& frame)
@@ -541,10 +508,7 @@ void ClipStateMachine::startAnnotation()
     m_look.layerBackgroundClear = true;
     m_look.selectedBoxTransparent = false;
     m_look.backgroundBoxTransparent = false;
-    m_selection.backgroundBoxFrame =
-        G::grown(m_selection.contentRect, SelectionGeometry::DimGrowth);
-    m_selection.selectedBoxFrame =
-        G::grown(m_selection.contentRect, SelectionGeometry::OutlineBand);
+    m_selection.surroundSelection();
     m_clipState = ClipState::Selected;
     m_host.changFullImageToMosaicImage();
     m_host.makeKeyAndOrderFront();

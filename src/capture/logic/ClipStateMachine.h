@@ -85,7 +85,7 @@ public:
     [[nodiscard]] const ClipSelection& selection() const { return m_selection; }
     [[nodiscard]] const ClipLook& look() const { return m_look; }
     // The outline box and the bright hole of the dim surround as they stand.
-    [[nodiscard]] SurroundBands surround() const;
+    [[nodiscard]] SurroundBands surround() const { return m_selection.surround(); }
     // The view changes the few look fields it owns (the recording tool bar).
     [[nodiscard]] ClipLook& look() { return m_look; }
     [[nodiscard]] CaptureState& state() { return m_state; }

@@ -533,6 +533,16 @@ TEST_F(ClipStatesTest, TheMagnifierRefreshesAtMost25TimesASecondUnlessTheSelecti
     EXPECT_EQ(m_machine->surround().hole, QRectF(9, 9, 142, 102));
 }
 
+TEST_F(ClipStatesTest, TheBrightHoleFollowsHowTheSelectionCameAbout)
+{
+    hover(kWindow);
+    EXPECT_EQ(m_machine->surround().outlineBox, kWindow);
+    EXPECT_EQ(m_machine->surround().hole, QRectF(102, 202, 396, 296));
+    selectRegion({300, 300}, {600, 500});
+    EXPECT_EQ(m_machine->surround().outlineBox, QRectF(298, 298, 304, 204));
+    EXPECT_EQ(m_machine->surround().hole, QRectF(299, 299, 302, 202));
+}
+
 TEST_F(ClipStatesTest, StartAnnotationActsOnlyForAPinMarkUpFromItsMenu)
 {
     m_state.currentRectOfAnnotatedImageView = QRectF(94, 194, 412, 312);
