@@ -138,7 +138,7 @@ public:
     virtual void handleMouseEvent(const ClipMouseEvent& event, MouseEventPhase phase) = 0;
     virtual void endTextEdit() = 0;
     virtual void openTextView() = 0;
-    virtual void setKeyDownCode(int macKeyCode) = 0; // 51 Delete, 36 Return for the text view
+    virtual void setKeyDownCode(int code) = 0; // the text view's codes: 51 Delete, 36 Return
     virtual void cropBorderMouseDown(const ClipMouseEvent& event) = 0;
     virtual void setCropBorderIsCanMove(bool canMove) = 0;
     virtual void updateTrackingAreas() = 0;
