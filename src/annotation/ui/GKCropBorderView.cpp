@@ -23,6 +23,14 @@ QRectF snapped(const QRectF& r, double ratio)
     return {left, top, snap(r.right()) - left, snap(r.bottom()) - top};
 }
 
+double ratioOf(const QPainter& painter)
+{
+    // The device transform holds the pixel ratio whether the target is a
+    // window's backing store or a picture rendered at some scale.
+    const double scale = painter.deviceTransform().m11();
+    return scale > 0.0 ? scale : 1.0;
+}
+
 // A band of `width` just inside `box`, as four filled strips.
 void fillBand(QPainter& painter, const QRectF& box, double width, const QColor& color)
 {
@@ -46,13 +54,6 @@ GKCropBorderView::GKCropBorderView(QWidget* parent)
     setAttribute(Qt::WA_NoSystemBackground);
     setMouseTracking(true);
     updateTrackingAreas();
-}
-
-GKCropBorderView::~GKCropBorderView()
-{
-    // The pointer was shown by this border; leave it an arrow.
-    if (m_role != capture::PointerRole::Arrow)
-        Q_EMIT cursorChanged(capture::PointerRole::Arrow, Qt::ArrowCursor);
 }
 
 QColor GKCropBorderView::outlineColor()
@@ -90,6 +91,9 @@ void GKCropBorderView::setFrameInOverlay(const QRectF& frame)
     const QRectF topLeft = core::flipped(frame, parentHeight);
     setGeometry(QRect(qRound(topLeft.x()), qRound(topLeft.y()), qRound(topLeft.width()),
                       qRound(topLeft.height())));
+    // A hidden widget gets its resize event only when shown; the zones
+    // must follow the frame at once.
+    updateTrackingAreas();
     update();
 }
 
@@ -259,12 +263,12 @@ void GKCropBorderView::paintScrollFrame(QPainter& painter) const
 {
     const QRectF frame(5.0, 5.0, width() - 10.0, height() - 10.0);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    fillBand(painter, snapped(frame, devicePixelRatioF()), 1.0, m_borderColor);
+    fillBand(painter, snapped(frame, ratioOf(painter)), 1.0, m_borderColor);
 }
 
 void GKCropBorderView::paintOutlineAndHandles(QPainter& painter) const
 {
-    const double ratio = devicePixelRatioF();
+    const double ratio = ratioOf(painter);
     const QSizeF size(width(), height());
     const QColor outline = outlineColor();
     painter.setRenderHint(QPainter::Antialiasing, false);

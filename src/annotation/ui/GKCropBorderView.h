@@ -27,8 +27,9 @@ class GKCropBorderView : public QWidget
 {
     Q_OBJECT
 public:
+    // Its cursor goes with it; the overlay sets the arrow role when it
+    // removes the border.
     explicit GKCropBorderView(QWidget* parent = nullptr);
-    ~GKCropBorderView() override;
 
     // The border's frame in the parent's overlay-local coordinates (y up,
     // points); the parent's height turns it into a widget geometry.

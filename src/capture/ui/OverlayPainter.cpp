@@ -9,7 +9,6 @@
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
-#include <QPaintDevice>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -38,8 +37,10 @@ QRectF snapped(const QRectF& r, double ratio)
 
 double ratioOf(const QPainter& painter)
 {
-    const QPaintDevice* device = painter.device();
-    return device != nullptr ? device->devicePixelRatioF() : 1.0;
+    // The device transform holds the pixel ratio whether the target is a
+    // window's backing store or a picture rendered at some scale.
+    const double scale = painter.deviceTransform().m11();
+    return scale > 0.0 ? scale : 1.0;
 }
 
 QSizeF textSize(const QString& text)
