@@ -274,4 +274,54 @@ void SolidWindow::setColor(QColor color)
     m_x.sync();
 }
 
+std::uint32_t XSession::keysymOf(const char* keysymName)
+{
+    if (std::strcmp(keysymName, "Escape") == 0)
+        return XK_Escape;
+    if (std::strcmp(keysymName, "Return") == 0)
+        return XK_Return;
+    if (std::strlen(keysymName) == 1)
+        return static_cast<unsigned char>(keysymName[0]);
+    return 0;
+}
+
+void XSession::fakeKey(std::uint8_t type, xcb_keycode_t code)
+{
+    xcb_test_fake_input(m_connection, type, code, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+}
+
+void XSession::tapKeyWithAlt(const char* keysymName)
+{
+    const xcb_keycode_t code = keycodeOf(keysymOf(keysymName));
+    const xcb_keycode_t alt = keycodeOf(XK_Alt_L);
+    fakeKey(XCB_KEY_PRESS, alt);
+    fakeKey(XCB_KEY_PRESS, code);
+    fakeKey(XCB_KEY_RELEASE, code);
+    fakeKey(XCB_KEY_RELEASE, alt);
+    sync();
+}
+
+void XSession::toggleCapsLock()
+{
+    const xcb_keycode_t caps = keycodeOf(XK_Caps_Lock);
+    fakeKey(XCB_KEY_PRESS, caps);
+    fakeKey(XCB_KEY_RELEASE, caps);
+    sync();
+}
+
+bool XSession::grabKey(const char* keysymName, std::uint16_t modifiers)
+{
+    const xcb_keycode_t code = keycodeOf(keysymOf(keysymName));
+    const xcb_void_cookie_t cookie = xcb_grab_key_checked(m_connection, 0, m_root, modifiers, code,
+                                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    auto error = reply(xcb_request_check(m_connection, cookie));
+    return !error;
+}
+
+void XSession::ungrabKey(const char* keysymName, std::uint16_t modifiers)
+{
+    xcb_ungrab_key(m_connection, keycodeOf(keysymOf(keysymName)), m_root, modifiers);
+    sync();
+}
+
 } // namespace e2e

@@ -39,6 +39,15 @@ public:
     void click(int button);
     // A key by its keysym name, e.g. "Escape", "a".
     void tapKey(const char* keysymName, bool withShift = false);
+    // A key tapped with Alt held, as a hot key is typed.
+    void tapKeyWithAlt(const char* keysymName);
+    // Caps Lock pressed once: the lock toggles on or off.
+    void toggleCapsLock();
+    // Takes a key as a global hot key of this client, as another program
+    // would: a passive grab on the root with an X modifier mask (Alt is
+    // Mod1, 0x08). False when another client has it already.
+    [[nodiscard]] bool grabKey(const char* keysymName, std::uint16_t modifiers);
+    void ungrabKey(const char* keysymName, std::uint16_t modifiers);
 
     struct Window
     {
@@ -59,6 +68,8 @@ public:
 
 private:
     [[nodiscard]] xcb_keycode_t keycodeOf(std::uint32_t keysym);
+    [[nodiscard]] static std::uint32_t keysymOf(const char* keysymName);
+    void fakeKey(std::uint8_t type, xcb_keycode_t code);
     [[nodiscard]] xcb_atom_t atom(const char* name);
 
     xcb_connection_t* m_connection = nullptr;

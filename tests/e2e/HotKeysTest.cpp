@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The global hot keys on a real X server, typed through XTest while some
+// other window has the focus.
+#include "support/KelvoProcess.h"
+#include "support/TestDesktop.h"
+#include "support/XSession.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace e2e;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::uint16_t kAlt = 0x08; // Mod1
+
+class HotKeys : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+        x = std::make_unique<XSession>();
+        ASSERT_TRUE(x->isConnected());
+    }
+
+    void startKelvo()
+    {
+        kelvo = std::make_unique<KelvoProcess>();
+        ASSERT_TRUE(waitFor([] {
+            auto* bus = QDBusConnection::sessionBus().interface();
+            return bus != nullptr &&
+                   bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+        })) << kelvo->errors().toStdString();
+    }
+
+    // Whether some other client holds Alt plus the key: our own grab is then
+    // refused. A grab that succeeds is given back at once.
+    bool altKeyHeldElsewhere(const char* key)
+    {
+        if (!x->grabKey(key, kAlt))
+            return true;
+        x->ungrabKey(key, kAlt);
+        return false;
+    }
+
+    bool overlaysUp()
+    {
+        return x->overlaysOf(kelvo->pid()).size() == 2 && x->keyboardGrabbedByOther();
+    }
+    bool overlaysGone() { return x->overlaysOf(kelvo->pid()).empty(); }
+
+    TestDesktop desktop;
+    std::unique_ptr<XSession> x;
+    std::unique_ptr<KelvoProcess> kelvo;
+};
+
+} // namespace
+
+TEST_F(HotKeys, AltAStartsACaptureWhileAnotherWindowHasTheFocus)
+{
+    SolidWindow other(*x, QRect(300, 200, 400, 300), Qt::darkCyan, QStringLiteral("editor"));
+    startKelvo();
+    // The six defaults are taken at start.
+    for (const char* key : {"a", "s", "d", "z", "x", "w"})
+        ASSERT_TRUE(waitFor([&] { return altKeyHeldElsewhere(key); }))
+            << "Alt+" << key << '\n'
+            << kelvo->errors().toStdString();
+    x->movePointer(500, 350);
+    x->click(1); // the other window is the active one
+
+    x->tapKeyWithAlt("a");
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->tapKey("Escape");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); }));
+
+    // Caps Lock does not hide the key.
+    x->toggleCapsLock();
+    x->tapKeyWithAlt("a");
+    EXPECT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+    x->toggleCapsLock();
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(HotKeys, AltADuringACaptureOpensNoSecondOverlay)
+{
+    startKelvo();
+    ASSERT_TRUE(waitFor([&] { return altKeyHeldElsewhere("a"); }));
+    x->movePointer(800, 500);
+    x->tapKeyWithAlt("a");
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    const auto first = x->overlaysOf(kelvo->pid());
+
+    x->tapKeyWithAlt("a");
+    // A second capture would replace the overlays; give it a second to.
+    EXPECT_FALSE(waitFor(
+        [&] {
+            const auto now = x->overlaysOf(kelvo->pid());
+            return now.size() != first.size() || now.front().id != first.front().id ||
+                   now.back().id != first.back().id;
+        },
+        1s));
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+}
+
+TEST_F(HotKeys, AKeyAnotherProgramHoldsIsReportedAndTheOthersStillWork)
+{
+    // Another program has Alt+A before Kelvo starts.
+    ASSERT_TRUE(x->grabKey("a", kAlt));
+    startKelvo();
+    // The pipe from Kelvo is read by the event loop.
+    EXPECT_TRUE(waitFor([&] {
+        QCoreApplication::processEvents();
+        return kelvo->errors().contains(QStringLiteral("⌥A"));
+    })) << kelvo->errors().toStdString();
+    EXPECT_TRUE(kelvo->errors().contains(QStringLiteral("Another program already uses")))
+        << kelvo->errors().toStdString();
+    EXPECT_TRUE(waitFor([&] { return altKeyHeldElsewhere("s"); }));
+    EXPECT_TRUE(altKeyHeldElsewhere("w"));
+
+    // The key stays with the program that had it: no capture.
+    x->tapKeyWithAlt("a");
+    EXPECT_FALSE(waitFor([&] { return !overlaysGone(); }, 1s));
+    EXPECT_TRUE(kelvo->isRunning());
+    x->ungrabKey("a", kAlt);
+}
