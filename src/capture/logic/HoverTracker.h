@@ -51,7 +51,8 @@ class HoverTracker
 {
 public:
     // `screen` is the controller's screen; the last window rectangle starts
-    // as that whole screen, overlay-local.
+    // as that whole screen, overlay-local. `layout` is the capture's and
+    // must outlive the tracker.
     HoverTracker(const core::ScreenLayout& layout, int screen);
 
     // A pointer move while nothing is pressed.
