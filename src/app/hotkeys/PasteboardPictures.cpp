@@ -52,6 +52,14 @@ std::vector<QImage> picturesOnPasteboard(const QMimeData* data)
     }
     if (formats.contains(QLatin1String("application/pdf")))
         return pictures;
+    // A picture put there by Kelvo itself is already decoded.
+    if (formats.contains(QLatin1String("application/x-qt-image"))) {
+        const QImage image = qvariant_cast<QImage>(data->imageData());
+        if (!image.isNull()) {
+            pictures.push_back(image);
+            return pictures;
+        }
+    }
     for (const QString& format : formats) {
         if (!format.startsWith(QLatin1String("image/")))
             continue;
