@@ -11,7 +11,8 @@ struct Notification
 {
     QString title;
     QString body;
-    QString filePath; // a click shows this file, when set
+    QString filePath;       // a click shows this file, when set
+    bool withSound = false; // the server's default notification sound
 };
 
 class DesktopNotifier

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/freedesktop/DesktopEntry.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+namespace platform::freedesktop {
+
+namespace {
+constexpr qint64 kMaxDesktopFile = 1 << 20; // far beyond any real entry
+}
+
+std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& text)
+{
+    DesktopEntry entry;
+    bool inGroup = false;
+    bool sawGroup = false;
+    for (const QByteArray& raw : text.split('\n')) {
+        const QByteArray line = raw.trimmed();
+        if (line.isEmpty() || line.startsWith('#'))
+            continue;
+        if (line.startsWith('[')) {
+            inGroup = line == "[Desktop Entry]";
+            sawGroup = sawGroup || inGroup;
+            continue;
+        }
+        if (!inGroup)
+            continue;
+        const int eq = line.indexOf('=');
+        if (eq <= 0)
+            continue;
+        const QByteArray key = line.left(eq).trimmed();
+        const QString value = QString::fromUtf8(line.mid(eq + 1).trimmed());
+        if (key == "Name")
+            entry.name = value;
+        else if (key == "Exec")
+            entry.exec = value;
+        else if (key == "Icon")
+            entry.icon = value;
+    }
+    if (!sawGroup)
+        return std::nullopt;
+    return entry;
+}
+
+std::optional<DesktopEntry> DesktopEntry::load(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxDesktopFile)
+        return std::nullopt;
+    return parse(file.read(kMaxDesktopFile));
+}
+
+std::optional<QStringList> splitExec(const QString& exec)
+{
+    QStringList words;
+    QString word;
+    bool inWord = false;
+    bool quoted = false;
+    for (qsizetype i = 0; i < exec.size(); ++i) {
+        const QChar c = exec.at(i);
+        if (quoted) {
+            if (c == QLatin1Char('\\') && i + 1 < exec.size()) {
+                word += exec.at(++i);
+            } else if (c == QLatin1Char('"')) {
+                quoted = false;
+            } else {
+                word += c;
+            }
+        } else if (c == QLatin1Char('"')) {
+            quoted = true;
+            inWord = true;
+        } else if (c.isSpace()) {
+            if (inWord)
+                words << word;
+            word.clear();
+            inWord = false;
+        } else {
+            word += c;
+            inWord = true;
+        }
+    }
+    if (quoted)
+        return std::nullopt;
+    if (inWord)
+        words << word;
+    return words;
+}
+
+QStringList DesktopEntry::commandFor(const QString& file) const
+{
+    const auto words = splitExec(exec);
+    if (!words || words->isEmpty())
+        return {};
+    QStringList command;
+    bool placed = false;
+    for (const QString& w : *words) {
+        if (w == QLatin1String("%f") || w == QLatin1String("%F")) {
+            command << file;
+            placed = true;
+        } else if (w == QLatin1String("%u") || w == QLatin1String("%U")) {
+            command << QUrl::fromLocalFile(file).toString();
+            placed = true;
+        } else if (w.size() == 2 && w.startsWith(QLatin1Char('%'))) {
+            continue; // %i, %c, %k and the deprecated codes
+        } else {
+            QString arg = w;
+            arg.replace(QLatin1String("%%"), QLatin1String("%"));
+            command << arg;
+        }
+    }
+    if (!placed)
+        command << file;
+    return command;
+}
+
+QString DesktopEntry::executableName() const
+{
+    const auto words = splitExec(exec);
+    if (!words || words->isEmpty())
+        return {};
+    return QFileInfo(words->constFirst()).fileName();
+}
+
+} // namespace platform::freedesktop

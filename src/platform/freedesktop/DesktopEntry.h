@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace platform::freedesktop {
+
+// The few keys of a .desktop file's [Desktop Entry] group that Kelvo needs
+// to start an application with a file. Read by hand: QSettings would take
+// the keys' slashes and semicolons for its own syntax.
+struct DesktopEntry
+{
+    QString name;
+    QString exec;
+    QString icon;
+
+    [[nodiscard]] static std::optional<DesktopEntry> parse(const QByteArray& text);
+    [[nodiscard]] static std::optional<DesktopEntry> load(const QString& path);
+
+    // The program and its arguments for opening `file`: Exec split by its
+    // quoting rules, %f %F %u %U replaced by the file (as a path or a
+    // file: URL), the other field codes dropped. The file is appended when
+    // Exec names no field code. Empty when Exec is empty or badly quoted.
+    [[nodiscard]] QStringList commandFor(const QString& file) const;
+    // Basename of Exec's first word, e.g. "gimp" for "/usr/bin/gimp %U".
+    [[nodiscard]] QString executableName() const;
+};
+
+// Splits an Exec value into words (double quotes, backslash escapes);
+// nothing for unbalanced quotes.
+[[nodiscard]] std::optional<QStringList> splitExec(const QString& exec);
+
+} // namespace platform::freedesktop
