@@ -28,6 +28,16 @@ CommandLine CommandLine::parse(const QStringList& args)
             cl.error = QStringLiteral("unknown option for 'gui': %1").arg(a);
             return cl;
         }
+    } else if (first == QLatin1String("full") || first == QLatin1String("screen")) {
+        if (cl.arguments.contains(QLatin1String("-h")) ||
+            cl.arguments.contains(QLatin1String("--help"))) {
+            cl.verb = Verb::Help;
+            return cl;
+        }
+        const auto area = first == QLatin1String("full") ? output::ShotRequest::Area::Desktop
+                                                         : output::ShotRequest::Area::Screen;
+        cl.shot = output::ShotRequest::parse(area, cl.arguments, &cl.error);
+        cl.verb = cl.shot ? Verb::Shot : Verb::Invalid;
     } else if (findOfflineCommand(first) != nullptr) {
         cl.verb = Verb::Offline;
         cl.offlineVerb = first;
@@ -57,6 +67,7 @@ QString CommandLine::usage()
                        "Commands:\n"
                        "  gui                 start a region capture in the running Kelvo\n"
                        "                      (starting Kelvo first if it is not running)\n");
+    text += output::ShotRequest::usage();
     for (const OfflineCommand& c : offlineCommands())
         text += QStringLiteral("  %1\n").arg(QString::fromUtf8(c.usage));
     text += QStringLiteral("  FILE...             hand pictures to Kelvo\n"

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/output/ShotCommand.h"
+
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace app {
 
@@ -23,14 +27,16 @@ struct CommandLine
         Help,
         Version,
         Offline, // a verb that needs no desktop (stitch, colour-name, ...)
+        Shot,    // full, screen: a picture at once, without the overlay
         Invalid,
     };
 
     Verb verb = Verb::Tray;
     QString offlineVerb;
-    QStringList arguments; // after the verb
-    QStringList documents; // files handed to the tray application
-    QString error;         // for Invalid
+    QStringList arguments;                   // after the verb
+    QStringList documents;                   // files handed to the tray application
+    QString error;                           // for Invalid
+    std::optional<output::ShotRequest> shot; // for Shot
 
     [[nodiscard]] static CommandLine parse(const QStringList& args);
     [[nodiscard]] static QString usage();

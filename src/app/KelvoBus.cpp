@@ -1,12 +1,55 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/KelvoBus.h"
 
+#include "app/output/ImageOutput.h"
+#include "platform/freedesktop/FreedesktopFileManager.h"
+#include "platform/freedesktop/FreedesktopNotifier.h"
+#include "settings/Defaults.h"
+#include "settings/QSettingsStore.h"
+
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QProcess>
+#include <QThread>
 
 namespace app {
+
+// The output CopyImage falls back on when the application has not handed
+// the bus its own.
+struct KelvoBus::OwnOutput
+{
+    settings::QSettingsStore store;
+    settings::Defaults defaults{store};
+    platform::freedesktop::FreedesktopNotifier notifier{QDBusConnection::sessionBus()};
+    platform::freedesktop::FreedesktopFileManager files{QDBusConnection::sessionBus()};
+    output::ImageOutput output;
+
+    OwnOutput()
+        : output({&defaults,
+                  &notifier,
+                  &files,
+                  [](const QByteArray& png) {
+                      auto* mime = new QMimeData;
+                      mime->setData(QStringLiteral("image/png"), png);
+                      if (auto* clipboard = QGuiApplication::clipboard())
+                          clipboard->setMimeData(mime);
+                      else
+                          delete mime;
+                  },
+                  {},
+                  {},
+                  {}})
+    {
+        notifier.setActivatedHandler(
+            [this](const platform::Notification& n) { output.didActivateNotification(n); });
+    }
+};
 
 bool KelvoBus::sessionBusAvailable()
 {
@@ -41,6 +84,48 @@ QString KelvoBus::callRunningInstance(const QString& method)
     if (reply.type() == QDBusMessage::ErrorMessage)
         return reply.errorMessage();
     return {};
+}
+
+QString KelvoBus::copyImageToRunningInstance(const QByteArray& png)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return QStringLiteral("no D-Bus session bus, so no Kelvo to keep the clipboard");
+    const QString service = QString::fromLatin1(kBusService);
+    if (!bus.interface()->isServiceRegistered(service).value()) {
+        // The tray instance keeps the clipboard once this process is gone.
+        if (!QProcess::startDetached(QCoreApplication::applicationFilePath(), {}))
+            return QStringLiteral("Kelvo is not running and could not be started");
+        QElapsedTimer waited;
+        waited.start();
+        while (!bus.interface()->isServiceRegistered(service).value()) {
+            if (waited.elapsed() > 15000)
+                return QStringLiteral("Kelvo was started but did not answer");
+            QThread::msleep(50);
+        }
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(service, QString::fromLatin1(kBusPath),
+                                                       QString::fromLatin1(kBusInterface),
+                                                       QStringLiteral("CopyImage"));
+    call.setArguments({png});
+    const QDBusMessage reply = bus.call(call, QDBus::Block, 15000);
+    if (reply.type() == QDBusMessage::ErrorMessage)
+        return reply.errorMessage();
+    return reply.arguments().isEmpty() ? QString() : reply.arguments().constFirst().toString();
+}
+
+output::ImageOutput& KelvoBus::imageOutput()
+{
+    if (m_output != nullptr)
+        return *m_output;
+    if (!m_ownOutput)
+        m_ownOutput = std::make_shared<OwnOutput>();
+    return m_ownOutput->output;
+}
+
+QString KelvoBus::CopyImage(const QByteArray& png)
+{
+    return imageOutput().copyPngToClipboard(png);
 }
 
 void KelvoBus::ScreenShotsByTessikGroup()

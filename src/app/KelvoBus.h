@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
 #include <QObject>
 #include <QString>
+
+#include <memory>
+
+namespace app::output {
+class ImageOutput;
+}
 
 namespace app {
 
@@ -27,12 +34,23 @@ public:
     // Calls a method of the running instance; an empty string when done,
     // else the error's text.
     [[nodiscard]] static QString callRunningInstance(const QString& method);
+    // Hands a PNG to the running instance for the clipboard, starting
+    // Kelvo first when it does not run (one-shot commands end, the
+    // clipboard's owner must not). An empty string when done, else why not.
+    [[nodiscard]] static QString copyImageToRunningInstance(const QByteArray& png);
+
+    // The output CopyImage uses; without one the bus makes its own over the
+    // user's preferences and the session's notification server.
+    void setImageOutput(output::ImageOutput* output) { m_output = output; }
 
 public Q_SLOTS:
     void ScreenShotsByTessikGroup();
     void PinFromPasteboardByGorvane();
     // The instance's version; also a cheap "are you there".
     QString Version();
+    // A PNG for the clipboard (as "image/png", alone); checked and size
+    // limited first. Empty when done, else why it was refused.
+    QString CopyImage(const QByteArray& png);
 
 Q_SIGNALS:
     void regionalScreenshotsRequested();
@@ -41,6 +59,13 @@ Q_SIGNALS:
 private Q_SLOTS:
     void onBroadcastScreenShots();
     void onBroadcastPin();
+
+private:
+    [[nodiscard]] output::ImageOutput& imageOutput();
+
+    struct OwnOutput;
+    output::ImageOutput* m_output = nullptr;
+    std::shared_ptr<OwnOutput> m_ownOutput;
 };
 
 } // namespace app
