@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/logic/CaptureState.h"
+#include "colour/logic/ColorReadoutState.h"
 #include "core/MessageBus.h"
 
 #include <QImage>
@@ -100,6 +101,8 @@ private:
     std::unique_ptr<settings::Defaults> m_defaults;
     core::MessageBus m_messages;
     capture::CaptureState m_captureState;
+    // What the magnifier read last; it carries over from one capture to the next.
+    colour::ColorReadoutState m_readoutState;
     std::unique_ptr<capture::QNClipScreenManager> m_clipManager;
     KelvoBus* m_bus = nullptr;
     StatusItem* m_statusItem = nullptr;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/ui/QNClipScreenManager.h"
 
+#include "capture/logic/ClipEvents.h"
 #include "capture/logic/EventMonitorTable.h"
 #include "capture/logic/WindowFilter.h"
 #include "capture/ui/QNClipView.h"
@@ -29,16 +30,16 @@ namespace capture {
 // capture's start takes.
 Q_LOGGING_CATEGORY(lcCapture, "kelvo.capture", QtWarningMsg)
 
-QNClipScreenManager::QNClipScreenManager(CaptureState& state, platform::WindowServer& windowServer,
-                                         platform::PointerControl& pointer,
-                                         platform::SoundPlayer& sound, core::MessageBus& bus,
-                                         QObject* parent)
+QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
     : QObject(parent)
-    , m_state(state)
-    , m_windowServer(windowServer)
-    , m_pointer(pointer)
-    , m_sound(sound)
-    , m_bus(bus)
+    , m_state(services.state)
+    , m_windowServer(services.windowServer)
+    , m_pointer(services.pointer)
+    , m_sound(services.sound)
+    , m_bus(services.bus)
+    , m_defaults(services.defaults)
+    , m_readoutState(services.readoutState)
+    , m_shortcutOfButton(std::move(services.shortcutOfButton))
 {
     connect(&m_bus, &core::MessageBus::message, this, &QNClipScreenManager::onMessage);
 }
@@ -46,6 +47,19 @@ QNClipScreenManager::QNClipScreenManager(CaptureState& state, platform::WindowSe
 QNClipScreenManager::~QNClipScreenManager()
 {
     qApp->removeEventFilter(this);
+}
+
+QVariantMap QNClipScreenManager::shortcutOfButton() const
+{
+    return m_shortcutOfButton ? m_shortcutOfButton() : QVariantMap();
+}
+
+void QNClipScreenManager::claimScreen(int screen)
+{
+    for (const auto& controller : m_controllers) {
+        if (controller->screen() != screen && controller->clipView() != nullptr)
+            controller->clipView()->clearMarks();
+    }
 }
 
 void QNClipScreenManager::onMessage(const QString& name)
@@ -90,8 +104,7 @@ void QNClipScreenManager::startCapture()
         auto controller = std::make_unique<QNClipWindowController>(this, m_state, m_windowServer);
         const core::ScreenInfo& info = m_layout.screen(i);
         controller->startCaptureWithScreen(
-            i, m_windowPool.acquire(m_screens[static_cast<std::size_t>(i)]), info.frame,
-            info.scale);
+            i, m_windowPool.acquire(m_screens[static_cast<std::size_t>(i)]), info.frame);
         if (QNClipWindow* window = controller->window()) {
             ++m_framesPending;
             m_captureConnections.push_back(
@@ -267,6 +280,17 @@ std::optional<MonitorEventType> monitorTypeOf(const QEvent* event)
     }
 }
 
+ClipMouseEvent clipMouseEvent(const QEvent* event, QPointF local)
+{
+    const auto* mouse = static_cast<const QMouseEvent*>(event);
+    ClipMouseEvent e;
+    e.location = local;
+    e.modifiers = mouse->modifiers();
+    e.clickCount = event->type() == QEvent::MouseButtonDblClick ? 2 : 1;
+    e.timestamp = static_cast<double>(mouse->timestamp()) / 1000.0;
+    return e;
+}
+
 } // namespace
 
 QPointF QNClipScreenManager::pointerOf(const QEvent* event) const
@@ -329,16 +353,19 @@ void QNClipScreenManager::perform(MonitorAction action, QNClipWindowController* 
     switch (action) {
     case MonitorAction::MouseDown:
         if (view != nullptr)
-            view->mousedown(local);
+            view->mousedown(clipMouseEvent(event, local));
         break;
     case MonitorAction::MouseDragged:
         if (view != nullptr)
-            view->mousedragged(local);
+            view->mousedragged(clipMouseEvent(event, local));
         break;
     case MonitorAction::MouseUp:
         if (view != nullptr)
-            view->mouseup(local);
+            view->mouseup(clipMouseEvent(event, local));
         break;
+    case MonitorAction::MouseMovedToAnnotation:
+        // The annotation controller passes moves on to the overlay while no
+        // annotation window is open; until it exists, so does the manager.
     case MonitorAction::MouseMovedToView:
         if (controller->screen() != m_keyScreen)
             changeKeyWindowWithScreen(controller->screen());
@@ -361,26 +388,26 @@ void QNClipScreenManager::perform(MonitorAction action, QNClipWindowController* 
         controller->cancel();
         break;
     case MonitorAction::ForwardKeyDown:
-        keyDown(static_cast<const QKeyEvent*>(event));
+        if (view != nullptr) {
+            const auto* key = static_cast<const QKeyEvent*>(event);
+            ClipKeyEvent clipKey;
+            clipKey.key = key->key();
+            clipKey.modifiers = key->modifiers();
+            clipKey.text = key->text();
+            clipKey.mouseLocation = local;
+            clipKey.timestamp = static_cast<double>(key->timestamp()) / 1000.0;
+            view->keyDown(clipKey);
+        }
         break;
     case MonitorAction::PassThrough:
     case MonitorAction::HideTip:
     case MonitorAction::FlagsChanged:
-    case MonitorAction::MouseMovedToAnnotation:
     case MonitorAction::ScrollWheelToAnnotation:
     case MonitorAction::ScrollWheelToView:
         // Their receivers (tool bar tips, annotation window, scrolling
         // capture) are not part of the overlay yet.
         break;
     }
-}
-
-void QNClipScreenManager::keyDown(const QKeyEvent* key)
-{
-    const Qt::KeyboardModifiers mods = key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier |
-                                                           Qt::AltModifier | Qt::MetaModifier);
-    if (key->key() == Qt::Key_Escape && mods == Qt::NoModifier)
-        m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
 }
 
 } // namespace capture

@@ -8,6 +8,9 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QVariantMap>
+
+#include <functional>
 
 #include <memory>
 #include <vector>
@@ -15,8 +18,14 @@
 class QKeyEvent;
 class QScreen;
 
+namespace colour {
+class ColorReadoutState;
+}
 namespace core {
 class MessageBus;
+}
+namespace settings {
+class Defaults;
 }
 namespace platform {
 class WindowServer;
@@ -36,9 +45,21 @@ class QNClipScreenManager : public QObject
 {
     Q_OBJECT
 public:
-    QNClipScreenManager(CaptureState& state, platform::WindowServer& windowServer,
-                        platform::PointerControl& pointer, platform::SoundPlayer& sound,
-                        core::MessageBus& bus, QObject* parent = nullptr);
+    // The services a capture runs on, all owned by the application.
+    struct Services
+    {
+        CaptureState& state;
+        platform::WindowServer& windowServer;
+        platform::PointerControl& pointer;
+        platform::SoundPlayer& sound;
+        core::MessageBus& bus;
+        settings::Defaults& defaults;
+        colour::ColorReadoutState& readoutState;
+        // The live tool short cuts.
+        std::function<QVariantMap()> shortcutOfButton;
+    };
+
+    explicit QNClipScreenManager(Services services, QObject* parent = nullptr);
     ~QNClipScreenManager() override;
 
     [[nodiscard]] bool isWorking() const { return m_isWorking; }
@@ -57,6 +78,15 @@ public:
 
     [[nodiscard]] int currentScreenForMouseLocation() const;
     [[nodiscard]] const core::ScreenLayout& layout() const { return m_layout; }
+    [[nodiscard]] CaptureState& state() const { return m_state; }
+    [[nodiscard]] core::MessageBus& bus() const { return m_bus; }
+    [[nodiscard]] settings::Defaults& defaults() const { return m_defaults; }
+    [[nodiscard]] colour::ColorReadoutState& readoutState() const { return m_readoutState; }
+    [[nodiscard]] platform::PointerControl& pointer() const { return m_pointer; }
+    [[nodiscard]] platform::WindowServer& windowServer() const { return m_windowServer; }
+    [[nodiscard]] QVariantMap shortcutOfButton() const;
+    // The pointer arrived on `screen`: the other screens drop their marks.
+    void claimScreen(int screen);
     [[nodiscard]] const std::vector<std::unique_ptr<QNClipWindowController>>& controllers() const
     {
         return m_controllers;
@@ -80,13 +110,15 @@ private:
     [[nodiscard]] QPointF pointerOf(const QEvent* event) const;
     void perform(MonitorAction action, QNClipWindowController* controller, QPointF local,
                  const QEvent* event);
-    void keyDown(const QKeyEvent* key);
 
     CaptureState& m_state;
     platform::WindowServer& m_windowServer;
     platform::PointerControl& m_pointer;
     platform::SoundPlayer& m_sound;
     core::MessageBus& m_bus;
+    settings::Defaults& m_defaults;
+    colour::ColorReadoutState& m_readoutState;
+    std::function<QVariantMap()> m_shortcutOfButton;
     core::ScreenLayout m_layout;
     std::vector<QScreen*> m_screens; // Qt's screens in layout order
     std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;

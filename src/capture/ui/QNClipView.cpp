@@ -1,50 +1,239 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/ui/QNClipView.h"
 
+#include "annotation/ui/GKCropBorderView.h"
+#include "capture/logic/ClipKeyHandler.h"
+#include "capture/logic/ClipStateMachine.h"
+#include "capture/logic/HoverMagnifier.h"
+#include "capture/logic/HoverMoveDecision.h"
+#include "capture/logic/OverlayTips.h"
+#include "capture/ui/QNClipScreenManager.h"
+#include "capture/ui/QNClipViewHost.h"
 #include "capture/ui/QNClipWindow.h"
 #include "platform/WindowServer.h"
 
+#include <QPainter>
+
 namespace capture {
 
-QNClipView::QNClipView(QNClipWindow* window, CaptureState& state,
-                       platform::WindowServer& windowServer, int screenIndex,
-                       const QRectF& screenFrame, double scale)
+QNClipView::QNClipView(QNClipWindow* window, QNClipScreenManager& manager, int screenIndex)
     : QWidget(window)
     , m_window(window)
-    , m_state(state)
-    , m_windowServer(windowServer)
+    , m_manager(manager)
     , m_screenIndex(screenIndex)
-    , m_screenFrame(screenFrame)
-    , m_scale(scale)
+    , m_host(std::make_unique<QNClipViewHost>(*this))
+    , m_machine(std::make_unique<ClipStateMachine>(manager.state(), *m_host, manager.layout(),
+                                                   screenIndex))
+    , m_keys(std::make_unique<ClipKeyHandler>(*m_machine))
+    , m_hover(manager.layout(), screenIndex)
+    , m_readout(manager.readoutState())
+    , m_painter(&m_readout)
 {
     setObjectName(QStringLiteral("QNClipView"));
+    // Events come through the manager's filter; the view only paints.
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setGeometry(0, 0, qRound(screenFrame.width()), qRound(screenFrame.height()));
+    const QRectF frame = manager.layout().screen(screenIndex).frame;
+    setGeometry(0, 0, qRound(frame.width()), qRound(frame.height()));
+}
+
+QNClipView::~QNClipView() = default;
+
+QPointF QNClipView::bottomLeftOf(QPointF local) const
+{
+    const core::ScreenLayout& layout = m_manager.layout();
+    return layout.topLeftToBottomLeft(layout.overlayLocalToTopLeft(m_screenIndex, local));
 }
 
 void QNClipView::CaptureFullScreen()
 {
-    QImage picture = m_windowServer.pictureOfRect(m_screenFrame);
+    const core::ScreenInfo& info = m_manager.layout().screen(m_screenIndex);
+    QImage picture = m_manager.windowServer().pictureOfRect(info.frame);
     if (picture.isNull())
         return;
     m_fullImage = core::Picture::pixelsAsPoints(picture);
-    picture.setDevicePixelRatio(m_scale);
+    picture.setDevicePixelRatio(info.scale);
     m_window->setBackgroundPicture(picture);
+    // The magnifier reads the frozen screen, never the overlay drawn over it.
+    m_readout.setFrozenScreen(picture, info.scale);
 }
 
-void QNClipView::showClipViewWithFrame(const QRectF& frame, bool, bool isRecordScreen)
+void QNClipView::showClipViewWithFrame(const QRectF& frame, bool withToolbar, bool isRecordScreen)
 {
-    m_state.isRecordScreen = isRecordScreen;
-    m_contentRect = QRectF(QPointF(0, 0), frame.size());
+    m_machine->showClipViewWithFrame(frame, withToolbar, isRecordScreen);
     update();
 }
 
-void QNClipView::mousedown(QPointF) {}
+void QNClipView::mousedown(const ClipMouseEvent& event)
+{
+    m_pointer = event.location;
+    if (m_cropBorder != nullptr)
+        m_cropBorder->mouseMovedInOverlay(event.location);
+    m_machine->mousedown(event);
+    syncCropBorder();
+    update();
+}
 
-void QNClipView::mousedragged(QPointF) {}
+void QNClipView::mousedragged(const ClipMouseEvent& event)
+{
+    m_pointer = event.location;
+    m_machine->mousedragged(event);
+    if (m_cropBorder != nullptr)
+        m_cropBorder->mouseDragged();
+    syncCropBorder();
+    update();
+}
 
-void QNClipView::mouseup(QPointF) {}
+void QNClipView::mouseup(const ClipMouseEvent& event)
+{
+    m_pointer = event.location;
+    m_machine->mouseup(event);
+    if (m_cropBorder != nullptr)
+        m_cropBorder->mouseUp(event.clickCount);
+    syncCropBorder();
+    update();
+}
 
-void QNClipView::mouseMoved(QPointF) {}
+void QNClipView::mouseMoved(QPointF local)
+{
+    CaptureState& state = m_manager.state();
+    HoverMoveInput in;
+    in.screenUnderMouse = m_manager.currentScreenForMouseLocation() == m_screenIndex;
+    in.annotationWindowOpen = state.clipToolbarWindowOpened;
+    in.regionToolbarOpen = state.toolbarViewOpend;
+    in.resizeByKeyBoard = state.resizeByKeyBoard;
+    in.clipState = static_cast<int>(m_machine->clipState());
+    in.windowsPicked = !state.arrOfAllSelectedScreenshots.empty();
+    in.stateOfMultiWindowScreenshots = state.stateOfMultiWindowScreenshots;
+    in.magnifierShown = m_magnifierShown;
+    const HoverMoveSteps steps = hoverMoveSteps(in);
+    if (steps.ignore)
+        return;
+    if (steps.countMove && state.mouseMovedTimes < 10)
+        ++state.mouseMovedTimes;
+    if (steps.endKeyboardResize)
+        m_keys->mouseMoved();
+    if (steps.claimScreen) {
+        // The pointer just came to this screen: it shows the boxes, the
+        // others drop theirs.
+        m_manager.claimScreen(m_screenIndex);
+        m_machine->look().selectedBoxTransparent = false;
+        m_machine->look().backgroundBoxTransparent = false;
+    }
+    if (steps.clearMarks)
+        clearMarks();
+    if (steps.runHover) {
+        const HoverMoveOutcome outcome = m_hover.clipViewMouseMoved(state, bottomLeftOf(local));
+        if (outcome.outlineChanged)
+            m_machine->showHoveredWindow(outcome.windowRect);
+        if (outcome.focusScreen >= 0)
+            m_manager.changeKeyWindowWithScreen(outcome.focusScreen);
+    }
+    if (steps.blankCursor)
+        m_window->setCursor(Qt::BlankCursor);
+    m_pointer = local;
+    m_pointerHere = true;
+    if (steps.placeMagnifier) {
+        m_magnifierShown = true;
+        m_readout.mouseMoved(local, height());
+    }
+    if (m_cropBorder != nullptr)
+        m_cropBorder->mouseMovedInOverlay(local);
+    update();
+}
+
+bool QNClipView::keyDown(const ClipKeyEvent& event)
+{
+    const bool consumed = m_keys->monitorKeyDown(event);
+    if (!consumed)
+        m_keys->keyDown(event);
+    syncCropBorder();
+    update();
+    return true;
+}
+
+void QNClipView::fullScreenCapture()
+{
+    m_machine->fullScreenCapture();
+    syncCropBorder();
+    update();
+}
+
+void QNClipView::startAnnotation()
+{
+    m_machine->startAnnotation();
+    syncCropBorder();
+    update();
+}
+
+void QNClipView::clearMarks()
+{
+    m_pointerHere = false;
+    m_magnifierShown = false;
+    if (!m_manager.state().clipToolbarWindowOpened) {
+        m_machine->look().selectedBoxTransparent = true;
+        m_machine->look().backgroundBoxTransparent = true;
+    }
+    update();
+}
+
+void QNClipView::syncCropBorder()
+{
+    const ClipLook& look = m_machine->look();
+    if (!look.cropBorderAdded) {
+        if (m_cropBorder != nullptr)
+            m_cropBorder->hide();
+        return;
+    }
+    if (m_cropBorder == nullptr) {
+        m_cropBorder = new annotation::GKCropBorderView(this);
+        connect(m_cropBorder, &annotation::GKCropBorderView::cursorChanged, this,
+                [this](PointerRole role, Qt::CursorShape shape) {
+                    // Qt applies a child's cursor only where it gets events,
+                    // and the overlay's filter takes them all: set it on the window.
+                    m_manager.state().pointerRole = role;
+                    m_window->setCursor(shape);
+                });
+    }
+    m_cropBorder->setFrameInOverlay(m_machine->selection().cropBorderFrame);
+    m_cropBorder->setOnlyClipCurrentWindow(look.cropBorderOnlyClipCurrentWindow);
+    m_cropBorder->setHideHandleRect(look.cropBorderHideHandleRect);
+    m_cropBorder->updateTrackingAreas();
+    m_cropBorder->show();
+}
+
+OverlayFrame QNClipView::frameToPaint() const
+{
+    OverlayFrame f;
+    f.screenSize = size();
+    const ClipLook& look = m_machine->look();
+    const SurroundBands bands = m_machine->surround();
+    if (look.backgroundBoxAdded && !look.backgroundBoxTransparent)
+        f.dimHole = bands.hole;
+    if (look.selectedBoxAdded && !look.selectedBoxTransparent)
+        f.outlineBox = bands.outlineBox;
+    if (look.sizeLabel)
+        f.sizeLabelFor = m_machine->selection().contentRect;
+    f.pointer = m_pointer;
+    if (m_machine->clipState() == ClipState::Waiting) {
+        if (m_magnifierShown && m_pointerHere && look.magnifierAdded) {
+            f.magnifier = HoverMagnifier::square(m_pointer, f.screenSize);
+            f.cross = HoverMagnifier::cross(m_pointer);
+        }
+    } else if (look.magnifierAdded && look.magnifierShown) {
+        f.magnifier =
+            QRectF(look.magnifierOrigin, QSizeF(HoverMagnifier::kSide, HoverMagnifier::kSide));
+        if (look.cursorImageShown)
+            f.cross = look.cursorImageFrame;
+    }
+    if (look.tipViewShown && m_pointerHere)
+        f.tip = openingTipText();
+    return f;
+}
+
+void QNClipView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    m_painter.paint(painter, frameToPaint());
+}
 
 } // namespace capture

@@ -2,53 +2,93 @@
 #pragma once
 
 #include "capture/logic/CaptureState.h"
+#include "capture/logic/ClipEvents.h"
+#include "capture/logic/HoverTracker.h"
+#include "capture/ui/OverlayPainter.h"
+#include "colour/ui/ColorPickerImageView.h"
 #include "core/Picture.h"
 
 #include <QWidget>
 
+#include <memory>
+
+namespace annotation {
+class GKCropBorderView;
+}
 namespace platform {
 class WindowServer;
 }
 
 namespace capture {
 
+class ClipKeyHandler;
+class ClipStateMachine;
+class QNClipScreenManager;
+class QNClipViewHost;
 class QNClipWindow;
 
-// The view of one screen's overlay. It holds the frozen picture of its
-// screen and takes the selection; the pointer events reach it through the
-// manager's event filter (mousedown / mousedragged / mouseup), never
-// through Qt's own delivery, so that exactly one screen acts on each.
+// The view of one screen's overlay: it holds the frozen picture of its
+// screen, runs the selection's state machine and paints what the machine
+// shows (dim surround, outline, size label, magnifier, tips) with the crop
+// border as a child. Pointer and key events reach it through the manager's
+// event filter, never through Qt's own delivery, so that exactly one screen
+// acts on each.
 class QNClipView : public QWidget
 {
     Q_OBJECT
 public:
-    QNClipView(QNClipWindow* window, CaptureState& state, platform::WindowServer& windowServer,
-               int screenIndex, const QRectF& screenFrame, double scale);
+    QNClipView(QNClipWindow* window, QNClipScreenManager& manager, int screenIndex);
+    ~QNClipView() override;
 
     // Freezes this screen: one picture of it, shown as the window's
-    // background. Called once before the overlay is shown.
+    // background and read by the magnifier. Called once before showing.
     void CaptureFullScreen();
     void showClipViewWithFrame(const QRectF& frame, bool withToolbar, bool isRecordScreen);
 
-    void mousedown(QPointF local);
-    void mousedragged(QPointF local);
-    void mouseup(QPointF local);
+    void mousedown(const ClipMouseEvent& event);
+    void mousedragged(const ClipMouseEvent& event);
+    void mouseup(const ClipMouseEvent& event);
     void mouseMoved(QPointF local);
+    // A key while this screen is under the pointer; true when consumed.
+    bool keyDown(const ClipKeyEvent& event);
+    void fullScreenCapture();
+    void startAnnotation();
+    // The pointer went to another screen: no outline, no magnifier here.
+    void clearMarks();
 
     [[nodiscard]] const core::Picture& fullImage() const { return m_fullImage; }
     void clearFullImage() { m_fullImage = {}; }
     [[nodiscard]] int screenIndex() const { return m_screenIndex; }
+    [[nodiscard]] ClipStateMachine& machine() { return *m_machine; }
+    [[nodiscard]] annotation::GKCropBorderView* cropBorder() const { return m_cropBorder; }
+    [[nodiscard]] QNClipWindow* clipWindow() const { return m_window; }
+    [[nodiscard]] QNClipScreenManager& manager() const { return m_manager; }
+    [[nodiscard]] HoverTracker& hover() { return m_hover; }
+    [[nodiscard]] QPointF bottomLeftOf(QPointF local) const;
     bool haveSetClearColor = false;
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
+    // Brings the crop border child in line with the machine's look.
+    void syncCropBorder();
+    [[nodiscard]] OverlayFrame frameToPaint() const;
+
     QNClipWindow* m_window;
-    CaptureState& m_state;
-    platform::WindowServer& m_windowServer;
+    QNClipScreenManager& m_manager;
     int m_screenIndex;
-    QRectF m_screenFrame; // global top-left points
-    double m_scale;
     core::Picture m_fullImage;
-    QRectF m_contentRect; // overlay-local
+    std::unique_ptr<QNClipViewHost> m_host;
+    std::unique_ptr<ClipStateMachine> m_machine;
+    std::unique_ptr<ClipKeyHandler> m_keys;
+    HoverTracker m_hover;
+    colour::ColorPickerImageView m_readout;
+    OverlayPainter m_painter;
+    annotation::GKCropBorderView* m_cropBorder = nullptr; // child, made with the first selection
+    QPointF m_pointer;                                    // overlay-local
+    bool m_pointerHere = false;
+    bool m_magnifierShown = false;
 };
 
 } // namespace capture

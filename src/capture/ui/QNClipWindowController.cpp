@@ -20,11 +20,11 @@ QNClipWindowController::~QNClipWindowController()
 }
 
 void QNClipWindowController::startCaptureWithScreen(int screenIndex, QNClipWindow* window,
-                                                    const QRectF& frame, double scale)
+                                                    const QRectF& frame)
 {
     m_screenIndex = screenIndex;
     m_window = window;
-    m_clipView = new QNClipView(m_window, m_state, m_windowServer, screenIndex, frame, scale);
+    m_clipView = new QNClipView(m_window, *m_delegate, screenIndex);
     m_clipView->haveSetClearColor = false;
     m_clipView->CaptureFullScreen();
     m_clipView->showClipViewWithFrame(QRectF(QPointF(0, 0), frame.size()), false, false);
@@ -57,8 +57,13 @@ void QNClipWindowController::cancel()
 
 void QNClipWindowController::startAnnotation(bool underMouse)
 {
-    if (underMouse || m_window == nullptr)
+    if (m_window == nullptr)
         return;
+    if (underMouse) {
+        if (m_clipView != nullptr)
+            m_clipView->startAnnotation();
+        return;
+    }
     // Another screen holds the selection: this one shows the live desktop
     // and takes no further part.
     if (m_clipView != nullptr)

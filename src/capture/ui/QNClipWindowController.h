@@ -32,8 +32,7 @@ public:
     ~QNClipWindowController() override;
 
     // `window` is the overlay to use for this screen; it is lent, not given.
-    void startCaptureWithScreen(int screenIndex, QNClipWindow* window, const QRectF& frame,
-                                double scale);
+    void startCaptureWithScreen(int screenIndex, QNClipWindow* window, const QRectF& frame);
     void endCapture();
     // Ends this screen and, through the manager, every other one.
     void cancel();

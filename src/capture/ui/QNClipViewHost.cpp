@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "capture/ui/QNClipViewHost.h"
+
+#include "annotation/ui/GKCropBorderView.h"
+#include "capture/logic/ClipStateMachine.h"
+#include "capture/ui/QNClipScreenManager.h"
+#include "capture/ui/QNClipView.h"
+#include "capture/ui/QNClipWindow.h"
+#include "colour/ui/ColorKeyHandler.h"
+#include "core/MessageBus.h"
+#include "platform/PointerControl.h"
+#include "settings/Defaults.h"
+#include "settings/Keys.h"
+
+#include <QGuiApplication>
+#include <QTimer>
+
+namespace capture {
+
+QNClipViewHost::QNClipViewHost(QNClipView& view)
+    : m_view(view)
+{}
+
+ClipGates QNClipViewHost::gates() const
+{
+    // The tool bar, text views, scrolling capture and recorder that set the
+    // other gates are not part of the overlay yet.
+    ClipGates gates;
+    gates.isRecordingOverlay = m_view.manager().state().isRecordScreen;
+    return gates;
+}
+
+ClipPreferences QNClipViewHost::preferences() const
+{
+    const settings::Defaults& d = m_view.manager().defaults();
+    ClipPreferences p;
+    p.doubleClickToSavePaste = d.boolForKey(settings::keys::doubleClickToSavePaste);
+    p.needShadowOfnotSingleWindow = d.boolForKey(settings::keys::needShadowOfnotSingleWindow);
+    p.sizeOfShadow = static_cast<int>(d.integerForKey(settings::keys::sizeOfShadow));
+    p.shortcutOfButton = m_view.manager().shortcutOfButton();
+    return p;
+}
+
+CropBorderStatus QNClipViewHost::cropBorder() const
+{
+    CropBorderStatus status;
+    if (const annotation::GKCropBorderView* border = m_view.cropBorder();
+        border != nullptr && border->isVisible()) {
+        status.isCanMove = border->isCanMove();
+        status.isInResizeRect = border->isInResizeRect();
+        status.whichInResizeRect = border->whichInResizeRect();
+        status.numberOfReSize = border->numberOfReSize();
+    }
+    return status;
+}
+
+int QNClipViewHost::screenUnderMouse() const
+{
+    return m_view.manager().currentScreenForMouseLocation();
+}
+
+void QNClipViewHost::postMessage(const QString& name)
+{
+    m_view.manager().bus().post(name);
+}
+
+void QNClipViewHost::runLater(int milliseconds, std::function<void()> task)
+{
+    QTimer::singleShot(milliseconds, &m_view, std::move(task));
+}
+
+void QNClipViewHost::needsDisplay()
+{
+    m_view.update();
+}
+
+void QNClipViewHost::cropBorderNeedsDisplay()
+{
+    if (m_view.cropBorder() != nullptr)
+        m_view.cropBorder()->update();
+}
+
+void QNClipViewHost::magnifierNeedsDisplay()
+{
+    m_view.update();
+}
+
+void QNClipViewHost::setCursor(ClipCursor cursor)
+{
+    if (cursor == ClipCursor::Arrow) {
+        m_view.manager().state().pointerRole = PointerRole::Arrow;
+        m_view.clipWindow()->setCursor(Qt::ArrowCursor);
+    } else {
+        // The overlay draws its own cross hair at the pointer.
+        m_view.clipWindow()->setCursor(Qt::BlankCursor);
+    }
+}
+
+void QNClipViewHost::setCursorRectsEnabled(bool) {}
+
+void QNClipViewHost::warpPointer(QPointF local)
+{
+    QNClipScreenManager& manager = m_view.manager();
+    manager.pointer().warpTo(manager.layout().overlayLocalToTopLeft(m_view.screenIndex(), local));
+}
+
+void QNClipViewHost::activateApplication()
+{
+    m_view.manager().changeKeyWindowWithScreen(m_view.screenIndex());
+}
+
+void QNClipViewHost::makeKeyAndOrderFront()
+{
+    m_view.manager().changeKeyWindowWithScreen(m_view.screenIndex());
+}
+
+void QNClipViewHost::setWindowBackgroundClear()
+{
+    // A window that reaches past its screen is pictured whole from the
+    // window list later; the frozen screen stays as the backdrop meanwhile,
+    // since without a compositor a clear overlay could not show the desktop.
+}
+
+void QNClipViewHost::writePreference(const QString& key, const QVariant& value)
+{
+    m_view.manager().defaults().setObject(key, value);
+}
+
+void QNClipViewHost::synchronizePreferences()
+{
+    m_view.manager().defaults().synchronize();
+}
+
+void QNClipViewHost::clipViewMouseDown(const ClipMouseEvent& event)
+{
+    QNClipScreenManager& manager = m_view.manager();
+    ClipStateMachine& machine = m_view.machine();
+    const HoverPressOutcome outcome = m_view.hover().clipViewMouseDown(
+        manager.state(), m_view.bottomLeftOf(event.location), static_cast<int>(machine.clipState()),
+        m_view.haveSetClearColor);
+    if (outcome.setClearColor)
+        m_view.haveSetClearColor = true;
+    switch (outcome.apply) {
+    case HoverPressOutcome::Frame::Unchanged:
+        break;
+    case HoverPressOutcome::Frame::ContentFrame:
+        machine.setContentFrame(outcome.frame);
+        break;
+    case HoverPressOutcome::Frame::FrameForContentView:
+        machine.setFrameForContentView(outcome.frame, event.location, event.timestamp);
+        break;
+    }
+    if (outcome.focusScreen >= 0)
+        manager.changeKeyWindowWithScreen(outcome.focusScreen);
+}
+
+void QNClipViewHost::cropBorderMouseDown(const ClipMouseEvent& event)
+{
+    if (m_view.cropBorder() != nullptr)
+        m_view.cropBorder()->mouseDown(event.clickCount);
+}
+
+void QNClipViewHost::updateTrackingAreas()
+{
+    if (m_view.cropBorder() != nullptr)
+        m_view.cropBorder()->updateTrackingAreas();
+}
+
+void QNClipViewHost::annotation(AnnotationCommand command)
+{
+    // The annotation window comes with its own controller; until then a
+    // fixed selection is all that opening it means.
+    if (command == AnnotationCommand::OpenWindow)
+        m_view.manager().state().clipToolbarWindowOpened = true;
+}
+
+bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)
+{
+    QNClipScreenManager& manager = m_view.manager();
+    settings::Defaults& defaults = manager.defaults();
+    std::optional<QString> format;
+    if (defaults.contains(settings::keys::customizeColorString))
+        format = defaults.stringForKey(settings::keys::customizeColorString);
+    colour::ColorKeyHost host;
+    host.cancelCapture = [&manager] {
+        manager.bus().post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    };
+    host.storeCustomizeColorString = [&defaults](const QString& text) {
+        defaults.setObject(settings::keys::customizeColorString, text);
+        defaults.synchronize();
+    };
+    return colour::handleColorKey(event.key, event.modifiers, manager.readoutState(), format,
+                                  *QGuiApplication::clipboard(), host);
+}
+
+} // namespace capture
