@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// `kelvo full` and `kelvo screen` on a real two-monitor desktop: the files
+// hold the screen pixel for pixel, a folder that cannot take the picture is
+// told on the session bus's notification service and the picture kept, and
+// a copy lands on the X clipboard through the running instance.
+#include "support/KelvoProcess.h"
+#include "support/TestDesktop.h"
+#include "support/XSession.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QThread>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace e2e;
+
+namespace {
+
+const QRect kSecond(1920, 0, 1280, 1024);
+
+// A notification server of our own on the test's session bus, in place of
+// a real one, so the test sees exactly what Kelvo sent.
+class NotificationServer : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public:
+    struct Received
+    {
+        QString appName;
+        QString summary;
+        QString body;
+        QStringList actions;
+    };
+    std::vector<Received> received;
+
+public Q_SLOTS:
+    uint Notify(const QString& appName, uint, const QString&, const QString& summary,
+                const QString& body, const QStringList& actions, const QVariantMap&, int)
+    {
+        received.push_back({appName, summary, body, actions});
+        return static_cast<uint>(received.size());
+    }
+    QStringList GetCapabilities() { return {QStringLiteral("actions"), QStringLiteral("body")}; }
+    void CloseNotification(uint) {}
+};
+
+struct RunResult
+{
+    int exitCode = -1;
+    QString out;
+    QString err;
+    QByteArray raw; // stdout as bytes
+};
+
+class ImageOutputE2e : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+        x = std::make_unique<XSession>();
+        ASSERT_TRUE(x->isConnected());
+        home = desktop.path(QStringLiteral("home"));
+        QDir().mkpath(home + QStringLiteral("/Pictures"));
+        QDir().mkpath(desktop.path(QStringLiteral("shots")));
+        env.insert(QStringLiteral("HOME"), home);
+    }
+
+    void TearDown() override
+    {
+        if (bus) {
+            bus->unregisterService(QStringLiteral("org.freedesktop.Notifications"));
+            bus.reset();
+            QDBusConnection::disconnectFromBus(busName);
+        }
+    }
+
+    void serveNotifications()
+    {
+        // Each test has a desktop and so a bus of its own: a fresh name makes
+        // a fresh connection, and the address is given because libdbus reads
+        // the variable only once per process.
+        static int serial = 0;
+        busName = QStringLiteral("e2e-notifications-%1").arg(++serial);
+        bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
+            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), busName));
+        ASSERT_TRUE(bus->isConnected());
+        ASSERT_TRUE(bus->registerObject(QStringLiteral("/org/freedesktop/Notifications"), &server,
+                                        QDBusConnection::ExportAllSlots));
+        ASSERT_TRUE(bus->registerService(QStringLiteral("org.freedesktop.Notifications")));
+    }
+
+    // Runs kelvo to its end while this process keeps answering the bus.
+    RunResult run(const QStringList& args)
+    {
+        QProcess p;
+        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
+        for (const QString& k : env.keys())
+            e.insert(k, env.value(k));
+        p.setProcessEnvironment(e);
+        p.start(kelvoBinary(), args);
+        RunResult r;
+        if (!p.waitForStarted(10000))
+            return r;
+        QByteArray out;
+        const bool ended = waitFor([&] {
+            QCoreApplication::processEvents();
+            out += p.readAllStandardOutput();
+            return p.state() == QProcess::NotRunning;
+        });
+        if (!ended) {
+            p.kill();
+            p.waitForFinished();
+        }
+        out += p.readAllStandardOutput();
+        r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+        r.out = QString::fromLocal8Bit(out);
+        r.err = QString::fromLocal8Bit(p.readAllStandardError());
+        r.raw = out;
+        return r;
+    }
+
+    bool pumpUntil(const std::function<bool()>& condition)
+    {
+        return waitFor([&] {
+            QCoreApplication::processEvents();
+            return condition();
+        });
+    }
+
+    // What the CLIPBOARD selection's owner gives as "image/png".
+    QByteArray clipboardPng()
+    {
+        xcb_connection_t* c = x->connection();
+        auto atom = [c](const char* name) {
+            std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> r(
+                xcb_intern_atom_reply(
+                    c, xcb_intern_atom(c, 0, static_cast<uint16_t>(strlen(name)), name), nullptr),
+                &std::free);
+            return r ? r->atom : xcb_atom_t{XCB_ATOM_NONE};
+        };
+        const xcb_atom_t clipboard = atom("CLIPBOARD");
+        const xcb_atom_t png = atom("image/png");
+        const xcb_atom_t target = atom("KELVO_E2E_CLIP");
+        const xcb_window_t w = xcb_generate_id(c);
+        xcb_create_window(c, XCB_COPY_FROM_PARENT, w, x->root(), 0, 0, 1, 1, 0,
+                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_convert_selection(c, w, clipboard, png, target, XCB_CURRENT_TIME);
+        xcb_flush(c);
+        bool notified = false;
+        waitFor(
+            [&] {
+                while (xcb_generic_event_t* ev = xcb_poll_for_event(c)) {
+                    notified = notified || (ev->response_type & 0x7f) == XCB_SELECTION_NOTIFY;
+                    std::free(ev);
+                }
+                return notified;
+            },
+            std::chrono::seconds(5));
+        QByteArray data;
+        if (notified) {
+            std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> r(
+                xcb_get_property_reply(
+                    c, xcb_get_property(c, 1, w, target, XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 26),
+                    nullptr),
+                &std::free);
+            if (r)
+                data = QByteArray(static_cast<const char*>(xcb_get_property_value(r.get())),
+                                  xcb_get_property_value_length(r.get()));
+        }
+        xcb_destroy_window(c, w);
+        xcb_flush(c);
+        return data;
+    }
+
+    TestDesktop desktop;
+    std::unique_ptr<XSession> x;
+    QString home;
+    QProcessEnvironment env;
+    NotificationServer server;
+    std::unique_ptr<QDBusConnection> bus;
+    QString busName;
+};
+
+} // namespace
+
+TEST_F(ImageOutputE2e, FullAndScreenHoldTheScreenPixelForPixel)
+{
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
+    const QString shots = desktop.path(QStringLiteral("shots"));
+
+    const auto full = run({QStringLiteral("full"), QStringLiteral("-p"), shots});
+    ASSERT_EQ(full.exitCode, 0) << full.err.toStdString();
+    const QString path = full.out.trimmed();
+    EXPECT_TRUE(QFileInfo(path).fileName().startsWith(QStringLiteral("Kelvo")));
+    EXPECT_EQ(QImage(path).convertToFormat(QImage::Format_RGB32), x->grabRoot());
+
+    const QString second = shots + QStringLiteral("/second.png");
+    const auto screen = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
+                             QStringLiteral("-p"), second});
+    ASSERT_EQ(screen.exitCode, 0) << screen.err.toStdString();
+    EXPECT_EQ(QImage(second).convertToFormat(QImage::Format_RGB32), x->grabRoot(kSecond));
+
+    const auto raw = run({QStringLiteral("full"), QStringLiteral("--raw")});
+    ASSERT_EQ(raw.exitCode, 0) << raw.err.toStdString();
+    EXPECT_EQ(QImage::fromData(raw.raw, "PNG").convertToFormat(QImage::Format_RGB32),
+              x->grabRoot());
+    // Only the first command wrote into the folder besides second.png.
+    EXPECT_EQ(QDir(shots).entryList(QDir::Files).size(), 2);
+}
+
+TEST_F(ImageOutputE2e, AFolderThatCannotTakeThePictureIsToldOnTheBusAndThePictureKept)
+{
+    serveNotifications();
+    QFile blocker(desktop.path(QStringLiteral("blocker")));
+    ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
+    blocker.close();
+    const QString folder = blocker.fileName() + QStringLiteral("/shots");
+
+    const auto r = run({QStringLiteral("full"), QStringLiteral("-p"), folder});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.err.contains(folder)) << r.err.toStdString();
+    const QStringList kept = QDir(home + QStringLiteral("/Pictures")).entryList(QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    const QString keptPath = home + QStringLiteral("/Pictures/") + kept.first();
+    EXPECT_TRUE(r.err.contains(keptPath)) << r.err.toStdString();
+    EXPECT_EQ(QImage(keptPath).size(), QSize(3200, 1080));
+
+    ASSERT_TRUE(pumpUntil([&] { return !server.received.empty(); }));
+    const auto& n = server.received.front();
+    EXPECT_EQ(n.appName, QStringLiteral("Kelvo"));
+    EXPECT_EQ(n.summary, QStringLiteral("The picture could not be saved"));
+    EXPECT_TRUE(n.body.contains(keptPath)) << n.body.toStdString();
+    EXPECT_TRUE(n.actions.contains(QStringLiteral("default")));
+}
+
+TEST_F(ImageOutputE2e, ACopyOutlivesTheCommandOnTheClipboardAndIsNotified)
+{
+    serveNotifications();
+    KelvoProcess instance({}, env);
+    ASSERT_TRUE(pumpUntil([&] {
+        return bus->interface()->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+    })) << instance.errors().toStdString();
+
+    SolidWindow green(*x, QRect(100, 100, 300, 200), Qt::green, QStringLiteral("green"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(200, 200) == QColor(Qt::green); }));
+    const auto r = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("0"),
+                        QStringLiteral("-c")});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+
+    const QImage pasted = QImage::fromData(clipboardPng(), "PNG");
+    EXPECT_EQ(pasted.convertToFormat(QImage::Format_RGB32), x->grabRoot(QRect(0, 0, 1920, 1080)));
+
+    ASSERT_TRUE(pumpUntil([&] { return !server.received.empty(); }))
+        << instance.errors().toStdString();
+    EXPECT_EQ(server.received.front().summary, QStringLiteral("Kelvo"));
+    EXPECT_EQ(server.received.front().body,
+              QStringLiteral("Screenshot saved to pasteboard, and 5 more reminders"));
+}
+
+#include "ImageOutputTest.moc"
