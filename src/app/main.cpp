@@ -141,6 +141,9 @@ int runShot(const app::CommandLine& cl, int argc, char** argv)
 
 int runInstance(const app::CommandLine& cl, int argc, char** argv)
 {
+    // The selection counts drag events (the eighth turns a window pick into
+    // a region), so every pointer move must arrive, not a merged one.
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
 

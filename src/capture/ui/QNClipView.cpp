@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/ui/QNClipView.h"
 
+#include "annotation/logic/CropBorderTracker.h"
 #include "annotation/ui/GKCropBorderView.h"
 #include "capture/logic/ClipKeyHandler.h"
 #include "capture/logic/ClipStateMachine.h"
@@ -12,6 +13,7 @@
 #include "capture/ui/QNClipWindow.h"
 #include "platform/WindowServer.h"
 
+#include <QDebug>
 #include <QPainter>
 
 namespace capture {
@@ -65,6 +67,7 @@ void QNClipView::showClipViewWithFrame(const QRectF& frame, bool withToolbar, bo
 
 void QNClipView::mousedown(const ClipMouseEvent& event)
 {
+    qDebug() << "down" << event.location << event.clickCount;
     m_pointer = event.location;
     if (m_cropBorder != nullptr)
         m_cropBorder->mouseMovedInOverlay(event.location);
@@ -75,6 +78,7 @@ void QNClipView::mousedown(const ClipMouseEvent& event)
 
 void QNClipView::mousedragged(const ClipMouseEvent& event)
 {
+    qDebug() << "drag" << event.location;
     m_pointer = event.location;
     m_machine->mousedragged(event);
     if (m_cropBorder != nullptr)
@@ -85,6 +89,7 @@ void QNClipView::mousedragged(const ClipMouseEvent& event)
 
 void QNClipView::mouseup(const ClipMouseEvent& event)
 {
+    qDebug() << "up drags" << m_manager.state().mouseDraggedTimes << int(m_machine->clipState()) << event.location;
     m_pointer = event.location;
     m_machine->mouseup(event);
     if (m_cropBorder != nullptr)
@@ -95,6 +100,10 @@ void QNClipView::mouseup(const ClipMouseEvent& event)
 
 void QNClipView::mouseMoved(QPointF local)
 {
+    // The crop border tracks the pointer over its zones whatever else the
+    // move means, as its cursors and handles depend on it.
+    if (m_cropBorder != nullptr && m_cropBorder->isVisible())
+        m_cropBorder->mouseMovedInOverlay(local);
     CaptureState& state = m_manager.state();
     HoverMoveInput in;
     in.screenUnderMouse = m_manager.currentScreenForMouseLocation() == m_screenIndex;
@@ -136,8 +145,6 @@ void QNClipView::mouseMoved(QPointF local)
         m_magnifierShown = true;
         m_readout.mouseMoved(local, height());
     }
-    if (m_cropBorder != nullptr)
-        m_cropBorder->mouseMovedInOverlay(local);
     update();
 }
 
@@ -193,12 +200,25 @@ void QNClipView::syncCropBorder()
                     m_manager.state().pointerRole = role;
                     m_window->setCursor(shape);
                 });
+        m_cropBorder->setContextProvider([this] {
+            const CaptureState& state = m_manager.state();
+            annotation::CropBorderContext context;
+            context.toolbarViewOpend = state.toolbarViewOpend;
+            context.clipToolbarWindowOpened = state.clipToolbarWindowOpened;
+            // Drawing tools, strokes, scrolling and recording are not part
+            // of the overlay yet, so they never claim the pointer.
+            return context;
+        });
     }
     m_cropBorder->setFrameInOverlay(m_machine->selection().cropBorderFrame);
     m_cropBorder->setOnlyClipCurrentWindow(look.cropBorderOnlyClipCurrentWindow);
     m_cropBorder->setHideHandleRect(look.cropBorderHideHandleRect);
     m_cropBorder->updateTrackingAreas();
+    qDebug() << "sync" << look.cropBorderOnlyClipCurrentWindow << look.cropBorderHideHandleRect;
     m_cropBorder->show();
+    // Rebuilt zones know nothing of the pointer; a press right where the
+    // last release was must still find the handle under it.
+    m_cropBorder->mouseMovedInOverlay(m_pointer);
 }
 
 OverlayFrame QNClipView::frameToPaint() const
