@@ -1,67 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A capture freezes every screen under an overlay and ends cleanly, on a
 // real two-monitor desktop.
-#include "support/KelvoProcess.h"
-#include "support/TestDesktop.h"
-#include "support/XSession.h"
-
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "support/CaptureFixture.h"
 
 using namespace e2e;
 using namespace std::chrono_literals;
 
 namespace {
-
-const QRect kPrimary(0, 0, 1920, 1080);
-const QRect kSecond(1920, 0, 1280, 1024);
-
-class CaptureOverlay : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
-        x = std::make_unique<XSession>();
-        ASSERT_TRUE(x->isConnected());
-    }
-
-    // Starts the tray instance and waits until it answers on the bus.
-    void startKelvo(QProcessEnvironment env = {})
-    {
-        kelvo = std::make_unique<KelvoProcess>(QStringList{}, env);
-        ASSERT_TRUE(waitFor([] {
-            auto* bus = QDBusConnection::sessionBus().interface();
-            return bus != nullptr &&
-                   bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
-        })) << kelvo->errors().toStdString();
-    }
-
-    // Both overlays mapped over their monitors, and the capture holds the
-    // keyboard (so it is ready for keys).
-    bool overlaysUp()
-    {
-        const auto windows = x->overlaysOf(kelvo->pid());
-        return windows.size() == 2 && windows[0].geometry == kPrimary &&
-               windows[1].geometry == kSecond && x->keyboardGrabbedByOther();
-    }
-    bool overlaysGone() { return x->overlaysOf(kelvo->pid()).empty(); }
-
-    void triggerCapture()
-    {
-        const auto result = KelvoProcess::run({QStringLiteral("gui")});
-        ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
-    }
-
-    TestDesktop desktop;
-    std::unique_ptr<XSession> x;
-    std::unique_ptr<KelvoProcess> kelvo;
-};
-
+using CaptureOverlay = CaptureFixture;
 } // namespace
 
 TEST_F(CaptureOverlay, FreezesEveryScreenUntilEscapeEndsIt)

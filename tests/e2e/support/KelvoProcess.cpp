@@ -3,6 +3,10 @@
 
 #include "support/TestDesktop.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
 namespace e2e {
 
 namespace {
@@ -19,6 +23,11 @@ KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra)
     : m_process(std::make_unique<QProcess>())
 {
     m_process->setProcessEnvironment(environmentWith(extra));
+    // Its stderr goes to a file, so it can be read at any moment without an
+    // event loop in the test.
+    m_errorFile = QDir::temp().filePath(
+        QStringLiteral("kelvo-e2e-%1.log").arg(QCoreApplication::applicationPid()));
+    m_process->setStandardErrorFile(m_errorFile);
     m_process->start(kelvoBinary(), arguments);
     m_process->waitForStarted(10000);
 }
@@ -26,6 +35,7 @@ KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra)
 KelvoProcess::~KelvoProcess()
 {
     stop();
+    QFile::remove(m_errorFile);
 }
 
 bool KelvoProcess::isRunning() const
@@ -40,8 +50,10 @@ qint64 KelvoProcess::pid() const
 
 QString KelvoProcess::errors()
 {
-    m_errors += QString::fromLocal8Bit(m_process->readAllStandardError());
-    return m_errors;
+    QFile file(m_errorFile);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromLocal8Bit(file.readAll());
 }
 
 void KelvoProcess::stop()

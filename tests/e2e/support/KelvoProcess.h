@@ -35,7 +35,7 @@ public:
 
 private:
     std::unique_ptr<QProcess> m_process;
-    QString m_errors;
+    QString m_errorFile;
 };
 
 } // namespace e2e

@@ -146,14 +146,7 @@ xcb_keycode_t XSession::keycodeOf(std::uint32_t keysym)
 
 void XSession::tapKey(const char* keysymName, bool withShift)
 {
-    std::uint32_t sym = 0;
-    if (std::strcmp(keysymName, "Escape") == 0)
-        sym = XK_Escape;
-    else if (std::strcmp(keysymName, "Return") == 0)
-        sym = XK_Return;
-    else if (std::strlen(keysymName) == 1)
-        sym = static_cast<unsigned char>(keysymName[0]);
-    const xcb_keycode_t code = keycodeOf(sym);
+    const xcb_keycode_t code = keycodeOf(keysymOf(keysymName));
     const xcb_keycode_t shift = keycodeOf(XK_Shift_L);
     if (withShift)
         xcb_test_fake_input(m_connection, XCB_KEY_PRESS, shift, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
@@ -163,6 +156,39 @@ void XSession::tapKey(const char* keysymName, bool withShift)
     if (withShift)
         xcb_test_fake_input(m_connection, XCB_KEY_RELEASE, shift, XCB_CURRENT_TIME, XCB_NONE, 0, 0,
                             0);
+    sync();
+}
+
+QRect XSession::frameOf(xcb_window_t client)
+{
+    // Walk up to the child of the root: that is the frame.
+    xcb_window_t w = client;
+    while (true) {
+        auto tree =
+            reply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, w), nullptr));
+        if (!tree || tree->parent == m_root || tree->parent == XCB_NONE)
+            break;
+        w = tree->parent;
+    }
+    auto g =
+        reply(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, w), nullptr));
+    if (!g)
+        return {};
+    return QRect(g->x, g->y, g->width + 2 * g->border_width, g->height + 2 * g->border_width);
+}
+
+QPoint XSession::pointerPosition()
+{
+    auto p = reply(
+        xcb_query_pointer_reply(m_connection, xcb_query_pointer(m_connection, m_root), nullptr));
+    return p ? QPoint(p->root_x, p->root_y) : QPoint(-1, -1);
+}
+
+void XSession::setRootColor(QColor color)
+{
+    const std::uint32_t value = pixelOf(color);
+    xcb_change_window_attributes(m_connection, m_root, XCB_CW_BACK_PIXEL, &value);
+    xcb_clear_area(m_connection, 0, m_root, 0, 0, 0, 0);
     sync();
 }
 
@@ -280,6 +306,14 @@ std::uint32_t XSession::keysymOf(const char* keysymName)
         return XK_Escape;
     if (std::strcmp(keysymName, "Return") == 0)
         return XK_Return;
+    if (std::strcmp(keysymName, "Left") == 0)
+        return XK_Left;
+    if (std::strcmp(keysymName, "Right") == 0)
+        return XK_Right;
+    if (std::strcmp(keysymName, "Up") == 0)
+        return XK_Up;
+    if (std::strcmp(keysymName, "Down") == 0)
+        return XK_Down;
     if (std::strlen(keysymName) == 1)
         return static_cast<unsigned char>(keysymName[0]);
     return 0;

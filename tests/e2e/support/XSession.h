@@ -24,6 +24,11 @@ public:
     XSession& operator=(const XSession&) = delete;
 
     [[nodiscard]] bool isConnected() const { return m_connection != nullptr; }
+    // The window manager's frame around a client window, in root pixels.
+    [[nodiscard]] QRect frameOf(xcb_window_t client);
+    [[nodiscard]] QPoint pointerPosition();
+    // A plain desktop colour, so dimming shows in screenshots.
+    void setRootColor(QColor color);
     [[nodiscard]] xcb_connection_t* connection() const { return m_connection; }
     [[nodiscard]] xcb_window_t root() const { return m_root; }
     // Waits until the server has handled everything sent so far.

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/CaptureFixture.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+
+namespace e2e {
+
+void CaptureFixture::SetUp()
+{
+    ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+    x = std::make_unique<XSession>();
+    ASSERT_TRUE(x->isConnected());
+}
+
+void CaptureFixture::startKelvo(QProcessEnvironment env)
+{
+    kelvo = std::make_unique<KelvoProcess>(QStringList{}, env);
+    ASSERT_TRUE(waitFor([] {
+        auto* bus = QDBusConnection::sessionBus().interface();
+        return bus != nullptr &&
+               bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+    })) << kelvo->errors().toStdString();
+}
+
+void CaptureFixture::triggerCapture()
+{
+    const auto result = KelvoProcess::run({QStringLiteral("gui")});
+    ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+}
+
+bool CaptureFixture::overlaysUp()
+{
+    const auto windows = x->overlaysOf(kelvo->pid());
+    return windows.size() == 2 && windows[0].geometry == kPrimary &&
+           windows[1].geometry == kSecond && x->keyboardGrabbedByOther();
+}
+
+bool CaptureFixture::overlaysGone()
+{
+    return x->overlaysOf(kelvo->pid()).empty();
+}
+
+void CaptureFixture::barrier()
+{
+    x->sync();
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("/org/kelvo/Kelvo"),
+        QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("Version"));
+    const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 10000);
+    EXPECT_NE(reply.type(), QDBusMessage::ErrorMessage) << reply.errorMessage().toStdString();
+}
+
+void CaptureFixture::drag(QPoint from, QPoint to, int steps,
+                          const std::function<bool(QPoint)>& reached)
+{
+    x->movePointer(from.x(), from.y());
+    x->pressButton(1);
+    for (int i = 1; i <= steps; ++i) {
+        const QPoint p(from.x() + (to.x() - from.x()) * i / steps,
+                       from.y() + (to.y() - from.y()) * i / steps);
+        x->movePointer(p.x(), p.y());
+        barrier();
+        if (reached) {
+            EXPECT_TRUE(waitFor([&] { return reached(p); }))
+                << "the screen did not follow to " << p.x() << "," << p.y();
+        }
+    }
+    x->releaseButton(1);
+    barrier();
+}
+
+} // namespace e2e
