@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The magnifier names the colour under the pointer on a real window, and
+// the colour keys put it on the clipboard in their formats.
+#include "support/CaptureFixture.h"
+#include "support/Golden.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+using namespace e2e;
+
+namespace {
+
+const QColor kCarmine(0xFF, 0x00, 0x40);
+// The magnifier beside the pointer at (601, 421).
+const QRect kMagnifierArea(440, 260, 240, 240);
+
+class ColourReadout : public CaptureFixture
+{
+protected:
+    // Pointer over a window in one known colour, with a capture running.
+    void captureOverColour()
+    {
+        window = std::make_unique<SolidWindow>(*x, QRect(400, 300, 500, 300), kCarmine,
+                                               QStringLiteral("carmine"));
+        ASSERT_TRUE(waitFor([&] { return x->pixel(650, 450) == kCarmine; }));
+        startKelvo();
+        x->movePointer(600, 420);
+        triggerCapture();
+        ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+        // The readout names the colour on its repaint after a move; keys act
+        // on what it shows, so wait until it shows it, nudging the pointer
+        // as a hand would if the first move came while the overlay mapped.
+        const auto golden = waitForGolden(
+            [&] {
+                x->movePointer(600, 420);
+                x->movePointer(601, 421);
+                barrier();
+                return x->grabRoot(kMagnifierArea);
+            },
+            QStringLiteral("magnifier-carmine"));
+        ASSERT_TRUE(golden.matches) << golden.message.toStdString();
+    }
+
+    // What the look-up says of the colour, as the command line prints it.
+    static QJsonObject expected()
+    {
+        const auto result =
+            KelvoProcess::run({QStringLiteral("colour-name"), QStringLiteral("FF0040")});
+        return QJsonDocument::fromJson(result.out.toUtf8()).object();
+    }
+
+    static QString clipboardText()
+    {
+        QProcess xclip;
+        xclip.start(QStringLiteral("xclip"), {QStringLiteral("-o"), QStringLiteral("-selection"),
+                                              QStringLiteral("clipboard")});
+        xclip.waitForFinished(5000);
+        return QString::fromUtf8(xclip.readAllStandardOutput());
+    }
+
+    void pressAndExpectOnClipboard(const char* key, const QString& text)
+    {
+        x->tapKey(key);
+        EXPECT_TRUE(waitFor([&] { return overlaysGone(); })) << "the key should end the capture";
+        EXPECT_TRUE(waitFor([&] { return clipboardText() == text; }))
+            << "clipboard holds '" << clipboardText().toStdString() << "', expected '"
+            << text.toStdString() << "'";
+    }
+
+    std::unique_ptr<SolidWindow> window;
+};
+
+} // namespace
+
+TEST_F(ColourReadout, MagnifierShowsTheNameAndHexOfThePixelUnderThePointer)
+{
+    // The golden picture holds the enlarged pixels, the name "Carmine", the
+    // hex and the position.
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+}
+
+TEST_F(ColourReadout, HCopiesTheHexAndEndsTheCapture)
+{
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    const QString hex = expected().value(QStringLiteral("hex")).toString();
+    ASSERT_EQ(hex, QStringLiteral("#FF0040"));
+    pressAndExpectOnClipboard("h", hex);
+}
+
+TEST_F(ColourReadout, RCopiesTheRgbText)
+{
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    const QString rgb = expected().value(QStringLiteral("rgb")).toString();
+    ASSERT_EQ(rgb, QStringLiteral("255,0,64"));
+    pressAndExpectOnClipboard("r", rgb);
+}
+
+TEST_F(ColourReadout, ZCopiesTheCustomFormat)
+{
+    // A custom format chosen earlier, as the preferences file keeps it.
+    QDir().mkpath(desktop.configHome() + QStringLiteral("/kelvo"));
+    QFile conf(desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf"));
+    ASSERT_TRUE(conf.open(QIODevice::WriteOnly));
+    conf.write("[General]\ncustomizeColorString=R_R G_G B_B\n");
+    conf.close();
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    pressAndExpectOnClipboard("z", QStringLiteral("R255 G0 B64"));
+}
