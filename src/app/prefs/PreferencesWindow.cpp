@@ -18,6 +18,7 @@
 #include <QFileDialog>
 #include <QFormLayout>
 #include <QFrame>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
@@ -227,20 +228,23 @@ void PreferencesWindow::buildControls()
 
 void PreferencesWindow::buildShortcutRecorders(QFormLayout* form)
 {
-    bool first = true;
+    // One grid for all six, so the editors line up in one column whatever
+    // the length of their names.
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(12);
+    grid->setColumnStretch(0, 1);
+    int row = 0;
     for (const hotkeys::HotKeyDefinition& definition : hotkeys::hotKeyDefinitions()) {
         auto* recorder = new ShortcutRecorder(this);
         recorder->setObjectName(QString(definition.identifier));
         m_shortcutRecorders.push_back(recorder);
         auto* name = new QLabel(core::localized(definition.title), this);
         name->setBuddy(recorder);
-        auto* row = new QHBoxLayout;
-        row->setSpacing(12);
-        row->addWidget(name, 1);
-        row->addWidget(recorder);
-        form->addRow(first ? core::localized("Hot keys:") : QString(), row);
-        first = false;
+        grid->addWidget(name, row, 0);
+        grid->addWidget(recorder, row, 1);
+        ++row;
     }
+    form->addRow(core::localized("Hot keys:"), grid);
     m_hotKeyError = new QLabel(this);
     m_hotKeyError->setObjectName(QStringLiteral("hotKeyError"));
     m_hotKeyError->setWordWrap(true);
