@@ -73,6 +73,11 @@ TEST_F(Selecting, HoverOutlinesExactlyTheWindowFrameOnItsScreenOnly)
     EXPECT_TRUE(darker(x->pixel(frame.left() - 30, cy), kDesktop));
     // The other monitor shows no box while the pointer is on this one.
     EXPECT_EQ(x->grabRoot(kSecond), secondBefore);
+    // And the whole of it as a person sees it: outline, dimmed desktop,
+    // magnifier and cross hair at the pointer.
+    const auto golden = waitForGolden([&] { return x->grabRoot(frame.adjusted(-60, -60, 60, 60)); },
+                                      QStringLiteral("hover-window"));
+    EXPECT_TRUE(golden.matches) << golden.message.toStdString();
 
     x->click(3);
     EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
