@@ -3,6 +3,7 @@
 
 #include "colour/logic/Qorvani.h"
 #include "core/Geometry.h"
+#include "core/PixelGrid.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,24 +13,6 @@
 namespace annotation {
 
 namespace {
-
-// Rounds a rectangle's edges to the device's pixel grid so that fills stay
-// sharp on every scale.
-QRectF snapped(const QRectF& r, double ratio)
-{
-    const auto snap = [ratio](double v) { return std::round(v * ratio) / ratio; };
-    const double left = snap(r.left());
-    const double top = snap(r.top());
-    return {left, top, snap(r.right()) - left, snap(r.bottom()) - top};
-}
-
-double ratioOf(const QPainter& painter)
-{
-    // The device transform holds the pixel ratio whether the target is a
-    // window's backing store or a picture rendered at some scale.
-    const double scale = painter.deviceTransform().m11();
-    return scale > 0.0 ? scale : 1.0;
-}
 
 // A band of `width` just inside `box`, as four filled strips.
 void fillBand(QPainter& painter, const QRectF& box, double width, const QColor& color)
@@ -263,24 +246,25 @@ void GKCropBorderView::paintScrollFrame(QPainter& painter) const
 {
     const QRectF frame(5.0, 5.0, width() - 10.0, height() - 10.0);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    fillBand(painter, snapped(frame, ratioOf(painter)), 1.0, m_borderColor);
+    fillBand(painter, core::snappedToPixels(frame, core::devicePixelRatioOf(painter)), 1.0,
+             m_borderColor);
 }
 
 void GKCropBorderView::paintOutlineAndHandles(QPainter& painter) const
 {
-    const double ratio = ratioOf(painter);
+    const double ratio = core::devicePixelRatioOf(painter);
     const QSizeF size(width(), height());
     const QColor outline = outlineColor();
     painter.setRenderHint(QPainter::Antialiasing, false);
     const QRectF box = core::flipped(CropBorderZones::outlineBox(size), size.height());
-    fillBand(painter, snapped(box, ratio), CropBorderZones::kOutlineWidth, outline);
+    fillBand(painter, core::snappedToPixels(box, ratio), CropBorderZones::kOutlineWidth, outline);
 
     if (m_tracker.hideHandleRect() || m_tracker.onlyClipCurrentWindow())
         return;
     // A white ring keeps the handles visible on any picture.
     const double ring = 1.0;
     for (const QRectF& square : CropBorderZones::handleSquares(size)) {
-        const QRectF r = snapped(core::flipped(square, size.height()), ratio);
+        const QRectF r = core::snappedToPixels(core::flipped(square, size.height()), ratio);
         painter.fillRect(r, Qt::white);
         painter.fillRect(r.adjusted(ring, ring, -ring, -ring), outline);
     }

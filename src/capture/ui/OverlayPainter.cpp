@@ -6,6 +6,7 @@
 #include "colour/logic/Qorvani.h"
 #include "colour/ui/ColorPickerImageView.h"
 #include "core/Geometry.h"
+#include "core/PixelGrid.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -26,22 +27,6 @@ constexpr double kTipRadius = 5.0;
 constexpr double kLabelRadius = 4.0;
 constexpr int kTextPixelSize = 12;
 constexpr double kCrossGap = 4.0;
-
-QRectF snapped(const QRectF& r, double ratio)
-{
-    const auto snap = [ratio](double v) { return std::round(v * ratio) / ratio; };
-    const double left = snap(r.left());
-    const double top = snap(r.top());
-    return {left, top, snap(r.right()) - left, snap(r.bottom()) - top};
-}
-
-double ratioOf(const QPainter& painter)
-{
-    // The device transform holds the pixel ratio whether the target is a
-    // window's backing store or a picture rendered at some scale.
-    const double scale = painter.deviceTransform().m11();
-    return scale > 0.0 ? scale : 1.0;
-}
 
 QSizeF textSize(const QString& text)
 {
@@ -89,7 +74,7 @@ QRectF OverlayPainter::tipBox(const QString& text)
 
 void OverlayPainter::paint(QPainter& painter, const OverlayFrame& frame)
 {
-    const double ratio = ratioOf(painter);
+    const double ratio = core::devicePixelRatioOf(painter);
     painter.save();
     paintSurround(painter, frame, ratio);
     paintOutline(painter, frame, ratio);
@@ -109,7 +94,8 @@ void OverlayPainter::paintSurround(QPainter& painter, const OverlayFrame& frame,
     dim.addRect(screen);
     if (!frame.dimHole->isEmpty()) {
         QPainterPath hole;
-        hole.addRect(snapped(core::flipped(*frame.dimHole, frame.screenSize.height()), ratio));
+        hole.addRect(
+            core::snappedToPixels(core::flipped(*frame.dimHole, frame.screenSize.height()), ratio));
         dim = dim.subtracted(hole);
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -120,7 +106,8 @@ void OverlayPainter::paintOutline(QPainter& painter, const OverlayFrame& frame, 
 {
     if (!frame.outlineBox || frame.outlineBox->isEmpty())
         return;
-    const QRectF box = snapped(core::flipped(*frame.outlineBox, frame.screenSize.height()), ratio);
+    const QRectF box =
+        core::snappedToPixels(core::flipped(*frame.outlineBox, frame.screenSize.height()), ratio);
     const double w =
         std::min(SurroundBands::kOutlineWidth, std::min(box.width(), box.height()) / 2.0);
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -141,7 +128,8 @@ void OverlayPainter::paintSizeLabel(QPainter& painter, const OverlayFrame& frame
     const std::optional<SizeLabel> label = placeSizeLabel(*frame.sizeLabelFor, frame.screenSize);
     if (!label)
         return;
-    const QRectF box = snapped(core::flipped(label->frame, frame.screenSize.height()), ratio);
+    const QRectF box =
+        core::snappedToPixels(core::flipped(label->frame, frame.screenSize.height()), ratio);
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setPen(Qt::NoPen);
@@ -163,7 +151,8 @@ void OverlayPainter::paintTip(QPainter& painter, const OverlayFrame& frame, doub
 {
     if (frame.tip.isEmpty())
         return;
-    const QRectF box = snapped(core::flipped(tipBox(frame.tip), frame.screenSize.height()), ratio);
+    const QRectF box =
+        core::snappedToPixels(core::flipped(tipBox(frame.tip), frame.screenSize.height()), ratio);
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setPen(Qt::NoPen);
@@ -180,7 +169,7 @@ void OverlayPainter::paintMagnifier(QPainter& painter, const OverlayFrame& frame
     if (!frame.magnifier || m_magnifier == nullptr)
         return;
     const QRectF square =
-        snapped(core::flipped(*frame.magnifier, frame.screenSize.height()), ratio);
+        core::snappedToPixels(core::flipped(*frame.magnifier, frame.screenSize.height()), ratio);
     // A soft shadow lifts the square off busy pictures.
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(Qt::NoPen);
