@@ -108,17 +108,30 @@ void BM_BruteForceNearest(benchmark::State& state)
 }
 BENCHMARK(BM_BruteForceNearest);
 
+// A frozen 1080p screen at `scale` and the magnifier's square to paint into.
+struct ReadoutBench
+{
+    explicit ReadoutBench(double scale)
+        : target(QSize(120, 120) * scale, QImage::Format_ARGB32_Premultiplied)
+        , view(readout)
+    {
+        QImage frozen(QSize(1920, 1080) * scale, QImage::Format_RGB32);
+        frozen.fill(qRgb(40, 90, 160));
+        target.setDevicePixelRatio(scale);
+        view.setFrozenScreen(frozen, scale);
+    }
+
+    QImage target;
+    colour::ColorReadoutState readout;
+    colour::ColorPickerImageView view;
+};
+
 // One redraw after a move: sample, name, grid, frame, cross hair, texts.
 void BM_ReadoutRedrawAfterMove(benchmark::State& state)
 {
-    const double scale = static_cast<double>(state.range(0));
-    QImage frozen(QSize(1920, 1080) * scale, QImage::Format_RGB32);
-    frozen.fill(qRgb(40, 90, 160));
-    QImage target(QSize(120, 120) * scale, QImage::Format_ARGB32_Premultiplied);
-    target.setDevicePixelRatio(scale);
-    colour::ColorReadoutState readout;
-    colour::ColorPickerImageView view(readout);
-    view.setFrozenScreen(frozen, scale);
+    ReadoutBench bench(static_cast<double>(state.range(0)));
+    colour::ColorPickerImageView& view = bench.view;
+    QImage& target = bench.target;
     double x = 100.0;
     for (auto _ : state) {
         x = x > 1800.0 ? 100.0 : x + 1.0;
@@ -133,14 +146,9 @@ BENCHMARK(BM_ReadoutRedrawAfterMove)->Arg(1)->Arg(2)->Unit(benchmark::kMicroseco
 // A redraw without a move: pixels, grid, frame and cross hair only.
 void BM_ReadoutRedrawStill(benchmark::State& state)
 {
-    const double scale = static_cast<double>(state.range(0));
-    QImage frozen(QSize(1920, 1080) * scale, QImage::Format_RGB32);
-    frozen.fill(qRgb(40, 90, 160));
-    QImage target(QSize(120, 120) * scale, QImage::Format_ARGB32_Premultiplied);
-    target.setDevicePixelRatio(scale);
-    colour::ColorReadoutState readout;
-    colour::ColorPickerImageView view(readout);
-    view.setFrozenScreen(frozen, scale);
+    ReadoutBench bench(static_cast<double>(state.range(0)));
+    colour::ColorPickerImageView& view = bench.view;
+    QImage& target = bench.target;
     for (auto _ : state) {
         QPainter painter(&target);
         view.paint(painter, {500.0, 500.0});

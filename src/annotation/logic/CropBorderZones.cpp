@@ -1,25 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "annotation/logic/CropBorderZones.h"
 
+#include "capture/logic/SelectionGeometry.h"
+
 namespace annotation {
 
 std::array<QRectF, 9> CropBorderZones::handleTrackRects(QSizeF size)
 {
-    const double w = size.width();
-    const double h = size.height();
-    const double innerW = w - 24.0;
-    const double innerH = h - 24.0;
-    return {{
-        {13.0, 13.0, innerW, h - 26.0},   // body
-        {1.0, 1.0, 10.0, 10.0},           // bottom left
-        {12.0, 1.0, innerW, 10.0},        // bottom edge
-        {w - 11.0, 1.0, 10.0, 10.0},      // bottom right
-        {w - 10.0, 12.0, 10.0, innerH},   // right edge
-        {w - 11.0, h - 11.0, 10.0, 10.0}, // top right
-        {12.0, h - 11.0, innerW, 10.0},   // top edge
-        {1.0, h - 11.0, 10.0, 10.0},      // top left
-        {2.0, 12.0, 10.0, innerH},        // left edge
-    }};
+    // The crop border tracks exactly the handle zones the selection uses.
+    return capture::SelectionGeometry::handleTrackRects(size);
 }
 
 QRectF CropBorderZones::contentTrackRect(QSizeF size)
