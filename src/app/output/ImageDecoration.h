@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/Picture.h"
+#include "core/Shadow.h"
 
 #include <QColor>
 #include <QRectF>
@@ -9,11 +10,9 @@
 
 namespace app::output {
 
-// The shadow's colour when the preference holds none: the system shadow
-// colour (black) at 40 % opacity.
-[[nodiscard]] QColor defaultShadowColour();
-// colorOfShadow's text ("#AARRGGBB"), or the default when absent or unreadable.
-[[nodiscard]] QColor shadowColourFrom(const QString& stored);
+// The shadow's colour and how it is stored are shared with the capture.
+using core::defaultShadowColour;
+using core::shadowColourFrom;
 
 // Where a picture lies on its shadow's canvas, in points: the canvas is
 // `size` larger on every side and the picture sits at (size, size).

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The bubble outline, rounded corners and the shadow, on geometry and on
 // real pixels.
-#include "app/output/BubblePath.h"
+#include "core/BubblePath.h"
 #include "app/output/ImageDecoration.h"
 
 #include <gtest/gtest.h>
@@ -35,8 +35,8 @@ int alphaAt(const core::Picture& p, int x, int y)
 TEST(BubblePath, ArcsTurnClockwiseInTheYUpPlane)
 {
     QPainterPath down;
-    appendArc(down, {0, 0}, 10, -50, -90, true);
-    expectNear(down.elementAt(0), pointOnCircle({0, 0}, 10, -50));
+    core::appendArc(down, {0, 0}, 10, -50, -90, true);
+    expectNear(down.elementAt(0), core::pointOnCircle({0, 0}, 10, -50));
     expectNear(down.currentPosition(), QPointF(0, -10));
     // A short clockwise arc stays in its quarter; the other way round would
     // sweep 320 degrees and cover the whole circle.
@@ -44,7 +44,7 @@ TEST(BubblePath, ArcsTurnClockwiseInTheYUpPlane)
     EXPECT_GT(down.boundingRect().left(), -1e-3);
 
     QPainterPath up;
-    appendArc(up, {0, 0}, 10, -50, -90, false);
+    core::appendArc(up, {0, 0}, 10, -50, -90, false);
     EXPECT_LT(up.boundingRect().left(), -9.9);
     EXPECT_GT(up.boundingRect().bottom(), 9.9);
 }
@@ -53,7 +53,7 @@ TEST(BubblePath, AnArcOnAPathDrawsALineToItsStart)
 {
     QPainterPath p;
     p.moveTo(100, 100);
-    appendArc(p, {0, 0}, 10, 90, 0, true);
+    core::appendArc(p, {0, 0}, 10, 90, 0, true);
     ASSERT_GE(p.elementCount(), 2);
     EXPECT_TRUE(p.elementAt(1).isLineTo());
     expectNear(p.elementAt(1), QPointF(0, 10));
@@ -63,10 +63,10 @@ TEST(BubblePath, StartsAtMinusFiftyDegreesInTheBottomRightCornerAndCoversTheRect
 {
     const QRectF rect(10, 20, 200, 100);
     QPainterPath bubble;
-    makeBubble(bubble, rect, 8, 12);
+    core::makeBubble(bubble, rect, 8, 12);
     // minY is the bottom edge: the first point lies on the bottom-right
     // corner's circle, 50 degrees below its horizontal.
-    expectNear(bubble.elementAt(0), pointOnCircle({210 - 12, 20 + 12}, 12, -50));
+    expectNear(bubble.elementAt(0), core::pointOnCircle({210 - 12, 20 + 12}, 12, -50));
     const QRectF bounds = bubble.boundingRect();
     EXPECT_NEAR(bounds.left(), rect.left(), 1e-3);
     EXPECT_NEAR(bounds.right(), rect.right(), 1e-3);
@@ -84,7 +84,7 @@ TEST(BubblePath, StartsAtMinusFiftyDegreesInTheBottomRightCornerAndCoversTheRect
 TEST(BubblePath, ZeroRadiiGiveThePlainRectangle)
 {
     QPainterPath bubble;
-    makeBubble(bubble, QRectF(0, 0, 40, 30), 0, 0);
+    core::makeBubble(bubble, QRectF(0, 0, 40, 30), 0, 0);
     EXPECT_TRUE(bubble.contains(QPointF(0.5, 0.5)));
     EXPECT_TRUE(bubble.contains(QPointF(39.5, 29.5)));
     EXPECT_EQ(bubble.boundingRect(), QRectF(0, 0, 40, 30));

@@ -5,7 +5,7 @@
 #include <QPointF>
 #include <QRectF>
 
-namespace app::output {
+namespace core {
 
 // Arcs in a y-up plane (the y axis points up, angles in degrees turn
 // counter-clockwise from the x axis), as the drawing rules are written.
@@ -24,4 +24,4 @@ void appendArc(QPainterPath& path, QPointF centre, qreal radius, qreal startDegr
 // starting at -50 degrees in the bottom-right corner, then closes it.
 QPainterPath& makeBubble(QPainterPath& path, const QRectF& rect, qreal top, qreal bottom);
 
-} // namespace app::output
+} // namespace core

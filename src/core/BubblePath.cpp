@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/output/BubblePath.h"
+#include "core/BubblePath.h"
 
 #include <cmath>
 #include <numbers>
 
-namespace app::output {
+namespace core {
 
 QPointF pointOnCircle(QPointF centre, qreal radius, qreal degrees)
 {
@@ -53,4 +53,4 @@ QPainterPath& makeBubble(QPainterPath& path, const QRectF& rect, qreal top, qrea
     return path;
 }
 
-} // namespace app::output
+} // namespace core
