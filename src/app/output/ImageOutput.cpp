@@ -16,6 +16,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <optional>
 
 namespace app::output {
 
@@ -98,6 +99,40 @@ void ImageOutput::tellFailure(const QString& reason, const QString& keptAt)
             : QStringLiteral("%1 The picture was saved to %2 instead.").arg(reason, keptAt));
     if (m_services.notifier != nullptr)
         m_services.notifier->notify(ResultNotices::saveFailed(reason, keptAt));
+}
+
+namespace {
+
+// The type a file name asks for by its extension, if it names one.
+std::optional<ImageFileType> typeOfFileName(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    if (suffix == QLatin1String("png"))
+        return ImageFileType::Png;
+    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg"))
+        return ImageFileType::Jpeg;
+    if (suffix == QLatin1String("tif") || suffix == QLatin1String("tiff"))
+        return ImageFileType::Tiff;
+    return std::nullopt;
+}
+
+} // namespace
+
+SaveResult ImageOutput::saveImageTo(const core::Picture& picture, const QString& target)
+{
+    const QFileInfo info(target);
+    const auto named = typeOfFileName(target);
+    if (info.isDir() || !named) {
+        const ImageFileType type = preferredType();
+        return saveImage(picture, nextPicturePath(info.absoluteFilePath(), type), type);
+    }
+    QString path = info.absoluteFilePath();
+    for (int n = 2; QFileInfo::exists(path) && n < 10000; ++n)
+        path = QStringLiteral("%1/%2 %3.%4")
+                   .arg(info.absolutePath(), info.completeBaseName())
+                   .arg(n)
+                   .arg(info.suffix());
+    return saveImage(picture, path, *named);
 }
 
 SaveResult ImageOutput::saveImageToFile(const core::Picture& picture)

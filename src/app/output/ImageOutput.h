@@ -63,6 +63,12 @@ public:
     // Encodes and writes to `path`; a failure is told and the picture kept.
     SaveResult saveImage(const core::Picture& picture, const QString& path, ImageFileType type);
 
+    // Saves to `target`: a folder, where the picture is named as Kelvo names
+    // pictures (in the preferred format), or a file name whose extension
+    // (.png, .jpg, .jpeg, .tif, .tiff) picks the format. An existing file is
+    // never replaced: "shot.png" becomes "shot 2.png".
+    SaveResult saveImageTo(const core::Picture& picture, const QString& target);
+
     // Names the picture and saves it into the save folder, or asks with the
     // save panel when no folder is set. No notification on success.
     SaveResult saveImageToFile(const core::Picture& picture);

@@ -17,19 +17,6 @@ namespace {
 constexpr int kDone = 0;
 constexpr int kError = 1;
 
-// The type a file name asks for by its extension, if it names one.
-std::optional<ImageFileType> typeOfFileName(const QString& path)
-{
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == QLatin1String("png"))
-        return ImageFileType::Png;
-    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg"))
-        return ImageFileType::Jpeg;
-    if (suffix == QLatin1String("tif") || suffix == QLatin1String("tiff"))
-        return ImageFileType::Tiff;
-    return std::nullopt;
-}
-
 } // namespace
 
 std::optional<ShotRequest> ShotRequest::parse(Area area, const QStringList& arguments,
@@ -190,25 +177,9 @@ int ShotCommand::run(const ShotRequest& request)
     if (!toFile && !clipboardFailed)
         return status;
 
-    QString path;
-    ImageFileType type = output.preferredType();
     const QString target =
         request.path.isEmpty() ? prefs.pathofSaveScreenShotsPhoto() : request.path;
-    const QFileInfo info(target);
-    const auto named = typeOfFileName(target);
-    if (!info.isDir() && named) {
-        type = *named;
-        path = info.absoluteFilePath();
-        // Never write over a picture: "shot.png" becomes "shot 2.png".
-        for (int n = 2; QFileInfo::exists(path) && n < 10000; ++n)
-            path = QStringLiteral("%1/%2 %3.%4")
-                       .arg(info.absolutePath(), info.completeBaseName())
-                       .arg(n)
-                       .arg(info.suffix());
-    } else {
-        path = output.nextPicturePath(info.absoluteFilePath(), type);
-    }
-    const SaveResult saved = output.saveImage(picture, path, type);
+    const SaveResult saved = output.saveImageTo(picture, target);
     if (!saved.saved())
         return kError;
     if (!request.raw && m_services.writeOut)
