@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/CaptureRequest.h"
 #include "capture/logic/CaptureState.h"
 #include "colour/logic/ColorReadoutState.h"
 #include "core/MessageBus.h"
@@ -9,7 +10,9 @@
 #include <QObject>
 #include <QVariantMap>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 namespace settings {
 class Defaults;
@@ -24,8 +27,16 @@ class SoundPlayer;
 class Speaker;
 class WindowServer;
 } // namespace platform
+namespace platform::freedesktop {
+class FreedesktopFileManager;
+class FreedesktopNotifier;
+} // namespace platform::freedesktop
 namespace capture {
 class QNClipScreenManager;
+struct FinishedCapture;
+} // namespace capture
+namespace core {
+struct Picture;
 }
 
 namespace app {
@@ -34,6 +45,10 @@ namespace hotkeys {
 class CaptureActions;
 class HotKeyController;
 } // namespace hotkeys
+namespace output {
+class ImageOutput;
+struct SaveResult;
+} // namespace output
 
 class KelvoBus;
 class StatusItem;
@@ -88,6 +103,10 @@ public:
     [[nodiscard]] const QVariantMap& shortcutOfButton() const { return m_shortcutOfButton; }
     // The actions' hooks into the image output and the recorder.
     [[nodiscard]] hotkeys::CaptureActions& captureActions() { return *m_captureActions; }
+    [[nodiscard]] output::ImageOutput& imageOutput() { return *m_output; }
+
+    // A capture asked for on the bus; an error's text when it is refused.
+    [[nodiscard]] QString startRequestedCapture(uint id, const CaptureRequest& request);
 
 Q_SIGNALS:
     // A picture that should float on the screen as a pin.
@@ -96,6 +115,33 @@ Q_SIGNALS:
 private:
     void setStatusItemVisible(bool visible);
     void registerAllHotKey();
+    void connectImageOutput();
+
+    // The pictures of the capture actions, at their screens' density.
+    void saveFullImageToFile();
+    void saveWindowUnderCursor(int shadowSize);
+    void savePreviousArea(const QRectF& rect, double cornerRadius, int shadowSize);
+    [[nodiscard]] core::Picture pictureOfPreviousArea(const QRectF& rect, double cornerRadius,
+                                                      int shadowSize);
+    [[nodiscard]] double scaleOfScreen(int screen);
+
+    // The end of an interactive capture.
+    void onCaptureEnded(bool finished);
+    void onCaptureFinished(const capture::FinishedCapture& result);
+
+    // A capture request under way: its id and what was asked.
+    struct PendingRequest
+    {
+        uint id = 0;
+        CaptureRequest request;
+        bool started = false; // its overlay is up
+    };
+    void runRequest();
+    // Sends a request's picture where the request says; with neither a
+    // path nor the clipboard asked for, where `fallback` says.
+    void deliverRequest(const core::Picture& picture,
+                        const std::function<output::SaveResult()>& fallback);
+    void endRequest(const output::SaveResult* saved, const QString& error);
 
     Services m_services;
     std::unique_ptr<settings::Defaults> m_defaults;
@@ -110,6 +156,11 @@ private:
     QVariantMap m_shortcutOfButton;
     std::unique_ptr<hotkeys::CaptureActions> m_captureActions;
     std::unique_ptr<hotkeys::HotKeyController> m_hotKeys;
+    std::unique_ptr<platform::freedesktop::FreedesktopNotifier> m_notifier;
+    std::unique_ptr<platform::freedesktop::FreedesktopFileManager> m_files;
+    std::unique_ptr<output::ImageOutput> m_output;
+    double m_outputScale = 1.0; // the density of the picture being written
+    std::optional<PendingRequest> m_request;
 };
 
 } // namespace app

@@ -18,15 +18,16 @@ CommandLine CommandLine::parse(const QStringList& args)
     } else if (first == QLatin1String("-v") || first == QLatin1String("--version")) {
         cl.verb = Verb::Version;
     } else if (first == QLatin1String("gui")) {
-        cl.verb = Verb::Gui;
-        for (const QString& a : std::as_const(cl.arguments)) {
-            if (a == QLatin1String("-h") || a == QLatin1String("--help")) {
-                cl.verb = Verb::Help;
-                return cl;
-            }
-            cl.verb = Verb::Invalid;
-            cl.error = QStringLiteral("unknown option for 'gui': %1").arg(a);
+        if (cl.arguments.contains(QLatin1String("-h")) ||
+            cl.arguments.contains(QLatin1String("--help"))) {
+            cl.verb = Verb::Help;
             return cl;
+        }
+        cl.verb = Verb::Gui;
+        if (!cl.arguments.isEmpty()) {
+            cl.capture = CaptureRequest::parse(cl.arguments, &cl.error);
+            if (!cl.capture)
+                cl.verb = Verb::Invalid;
         }
     } else if (first == QLatin1String("full") || first == QLatin1String("screen")) {
         if (cl.arguments.contains(QLatin1String("-h")) ||
@@ -64,9 +65,8 @@ QString CommandLine::usage()
                        "Screenshots, mark-up and screen recording for the Linux desktop.\n"
                        "Without a command, Kelvo starts in the system tray (once per session).\n"
                        "\n"
-                       "Commands:\n"
-                       "  gui                 start a region capture in the running Kelvo\n"
-                       "                      (starting Kelvo first if it is not running)\n");
+                       "Commands:\n");
+    text += CaptureRequest::usage();
     text += output::ShotRequest::usage();
     for (const OfflineCommand& c : offlineCommands())
         text += QStringLiteral("  %1\n").arg(QString::fromUtf8(c.usage));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/CaptureRequest.h"
 #include "app/output/ShotCommand.h"
 
 #include <QString>
@@ -37,6 +38,9 @@ struct CommandLine
     QStringList documents;                   // files handed to the tray application
     QString error;                           // for Invalid
     std::optional<output::ShotRequest> shot; // for Shot
+    // For Gui with options: the caller waits for the capture's result.
+    // Plain `gui` (nullopt) only starts the capture.
+    std::optional<CaptureRequest> capture;
 
     [[nodiscard]] static CommandLine parse(const QStringList& args);
     [[nodiscard]] static QString usage();

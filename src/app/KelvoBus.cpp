@@ -128,6 +128,57 @@ QString KelvoBus::CopyImage(const QByteArray& png)
     return imageOutput().copyPngToClipboard(png);
 }
 
+uint KelvoBus::Capture(const QVariantMap& options)
+{
+    QString error;
+    const auto request = CaptureRequest::fromOptions(options, &error);
+    if (!request) {
+        if (calledFromDBus())
+            sendErrorReply(QDBusError::InvalidArgs, error);
+        return 0;
+    }
+    if (!m_captureHandler) {
+        if (calledFromDBus())
+            sendErrorReply(QDBusError::NotSupported,
+                           QStringLiteral("this Kelvo cannot take capture requests"));
+        return 0;
+    }
+    // Ids never repeat within one run; 0 is never an id.
+    const uint id = ++m_lastCaptureId;
+    error = m_captureHandler(id, *request);
+    if (!error.isEmpty()) {
+        if (calledFromDBus())
+            sendErrorReply(QDBusError::Failed, error);
+        return 0;
+    }
+    return id;
+}
+
+namespace {
+void broadcast(const QString& name, const QVariantList& arguments)
+{
+    QDBusMessage signal = QDBusMessage::createSignal(QString::fromLatin1(kBusPath),
+                                                     QString::fromLatin1(kBusInterface), name);
+    signal.setArguments(arguments);
+    QDBusConnection::sessionBus().send(signal);
+}
+} // namespace
+
+void KelvoBus::captureDone(uint id, const QString& path)
+{
+    broadcast(QStringLiteral("CaptureDone"), {id, path});
+}
+
+void KelvoBus::captureCancelled(uint id)
+{
+    broadcast(QStringLiteral("CaptureCancelled"), {id});
+}
+
+void KelvoBus::captureFailed(uint id, const QString& error)
+{
+    broadcast(QStringLiteral("CaptureFailed"), {id, error});
+}
+
 void KelvoBus::ScreenShotsByTessikGroup()
 {
     Q_EMIT regionalScreenshotsRequested();

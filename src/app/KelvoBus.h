@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/CaptureRequest.h"
+
 #include <QByteArray>
+#include <QDBusContext>
 #include <QObject>
 #include <QString>
+#include <QVariantMap>
 
+#include <functional>
 #include <memory>
 
 namespace app::output {
@@ -20,7 +25,7 @@ inline constexpr char kBusInterface[] = "org.kelvo.Kelvo";
 // Kelvo on the session bus. The running instance owns the service name and
 // answers the methods; any program may also broadcast the signals of the
 // same names, which start the same actions (one delivery each).
-class KelvoBus : public QObject
+class KelvoBus : public QObject, protected QDBusContext
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kelvo.Kelvo")
@@ -43,6 +48,19 @@ public:
     // user's preferences and the session's notification server.
     void setImageOutput(output::ImageOutput* output) { m_output = output; }
 
+    // Who takes a Capture call: it answers an error's text when it refuses
+    // the request, else starts it and later tells its end through
+    // captureDone(), captureCancelled() or captureFailed() with the id.
+    using CaptureHandler = std::function<QString(uint id, const CaptureRequest& request)>;
+    void setCaptureHandler(CaptureHandler handler) { m_captureHandler = std::move(handler); }
+
+    // The ends of a requested capture, broadcast on the bus as the signals
+    // CaptureDone(u id, s path) ("" when nothing was written),
+    // CaptureCancelled(u id) and CaptureFailed(u id, s error).
+    static void captureDone(uint id, const QString& path);
+    static void captureCancelled(uint id);
+    static void captureFailed(uint id, const QString& error);
+
 public Q_SLOTS:
     void ScreenShotsByTessikGroup();
     void PinFromPasteboardByGorvane();
@@ -51,6 +69,11 @@ public Q_SLOTS:
     // A PNG for the clipboard (as "image/png", alone); checked and size
     // limited first. Empty when done, else why it was refused.
     QString CopyImage(const QByteArray& png);
+    // Starts a capture whose end is broadcast with the id answered here.
+    // Options: "path" (s, absolute: a folder or a file name), "clipboard"
+    // (b), "delay" (milliseconds), "lastRegion" (b: the previous area at
+    // once). A bad option or a refused request is a D-Bus error.
+    uint Capture(const QVariantMap& options);
 
 Q_SIGNALS:
     void regionalScreenshotsRequested();
@@ -66,6 +89,8 @@ private:
     struct OwnOutput;
     output::ImageOutput* m_output = nullptr;
     std::shared_ptr<OwnOutput> m_ownOutput;
+    CaptureHandler m_captureHandler;
+    uint m_lastCaptureId = 0;
 };
 
 } // namespace app

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/AppDelegate.h"
+#include "app/CaptureClient.h"
 #include "app/CommandLine.h"
 #include "app/KelvoBus.h"
 #include "app/OfflineCommands.h"
@@ -139,6 +140,19 @@ int runShot(const app::CommandLine& cl, int argc, char** argv)
     return code;
 }
 
+// `kelvo gui` with options: the running instance captures, this process
+// waits for the end and tells it.
+int runCaptureRequest(const app::CommandLine& cl, int argc, char** argv)
+{
+    QCoreApplication core(argc, argv);
+    app::CaptureClient client(
+        {[](const QString& path) { QTextStream(stdout) << path << '\n'
+                                                       << Qt::flush; },
+         [](const QString& line) { err() << "kelvo: " << line << '\n'
+                                         << Qt::flush; }});
+    return client.run(*cl.capture);
+}
+
 int runInstance(const app::CommandLine& cl, int argc, char** argv)
 {
     // The selection counts drag events (the eighth turns a window pick into
@@ -216,8 +230,11 @@ int main(int argc, char** argv)
         QCoreApplication core(argc, argv);
         return app::findOfflineCommand(cl.offlineVerb)->run(cl.arguments);
     }
-    case app::CommandLine::Verb::Tray:
     case app::CommandLine::Verb::Gui:
+        if (cl.capture)
+            return runCaptureRequest(cl, argc, argv);
+        break;
+    case app::CommandLine::Verb::Tray:
         break;
     }
 

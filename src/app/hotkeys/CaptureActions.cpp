@@ -170,36 +170,40 @@ void CaptureActions::screenshotWindowUnderCursor()
         shadowSize());
 }
 
-void CaptureActions::screenshotPreviousArea()
+std::optional<CaptureActions::PreviousArea> CaptureActions::previousArea() const
 {
     // Stored with a top-left origin, as window bounds are.
     const QRectF rect = rectFromString(m_defaults.stringForKey(keys::preRectOfScreenShots));
-    if (rect == QRectF()) {
-        m_beep();
-        return;
-    }
+    if (rect == QRectF())
+        return std::nullopt;
     const core::ScreenLayout layout = m_windowServer.screens();
     const QPointF centre(rect.x() + rect.width() * 0.5,
                          layout.deepestHeight() - (rect.y() + rect.height() * 0.5));
-    m_state.screenOfScreenShot = -1;
     for (int i = 0; i < layout.count(); ++i) {
         const QRectF frame = layout.frameBottomLeft(i);
         // Left and bottom edges inside, right and top outside.
         if (centre.x() >= frame.left() && centre.x() < frame.right() && centre.y() >= frame.top() &&
             centre.y() < frame.bottom()) {
-            m_state.screenOfScreenShot = i;
-            break;
+            const double radius =
+                m_defaults.boolForKey(keys::needFilletOfnotSingleWindow) ? 5.0 : 0.0;
+            return PreviousArea{rect, i, radius, shadowSize()};
         }
     }
-    if (m_state.screenOfScreenShot < 0) {
+    return std::nullopt;
+}
+
+void CaptureActions::screenshotPreviousArea()
+{
+    const auto area = previousArea();
+    m_state.screenOfScreenShot = area ? area->screen : -1;
+    if (!area) {
         m_beep();
         return;
     }
     if (m_defaults.boolForKey(keys::playSoundWhenScreenShots))
         m_sound.playShutter();
-    const double radius = m_defaults.boolForKey(keys::needFilletOfnotSingleWindow) ? 5.0 : 0.0;
-    run(m_hooks.savePreviousArea, "saving a picture of the previous area", rect, radius,
-        shadowSize());
+    run(m_hooks.savePreviousArea, "saving a picture of the previous area", area->rect,
+        area->cornerRadius, area->shadowSize);
 }
 
 void CaptureActions::mapFromPaste()

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 class QMimeData;
 
@@ -87,6 +88,18 @@ public:
     void setAlert(Alert alert);
     void setBeep(std::function<void()> beep);
     void setPasteboard(std::function<const QMimeData*()> pasteboard);
+
+    // The stored previous area (global top-left points), the screen that
+    // holds its centre and the decoration the preferences ask for; nullopt
+    // when none is stored or its centre lies on no screen.
+    struct PreviousArea
+    {
+        QRectF rect;
+        int screen = -1;
+        double cornerRadius = 0;
+        int shadowSize = 0;
+    };
+    [[nodiscard]] std::optional<PreviousArea> previousArea() const;
 
     void delayScreenShot();
     void screenshotWindowUnderCursor();
