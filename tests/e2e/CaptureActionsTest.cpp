@@ -1,0 +1,489 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The capture actions that need no overlay, and captures asked for from the
+// command line and the session bus, on a real desktop: Alt+Z saves the
+// window under the pointer with its shadow, Alt+X the previous area (or
+// rings the X bell when there is none), `kelvo gui` with options waits for
+// the capture's end, and the end is broadcast on the bus.
+#include "support/KelvoProcess.h"
+#include "support/TestDesktop.h"
+#include "support/XSession.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSettings>
+
+// The XKB header names a field "explicit", a C++ keyword.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace e2e;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::uint16_t kAlt = 0x08; // Mod1
+const QString kService = QStringLiteral("org.kelvo.Kelvo");
+const QString kPath = QStringLiteral("/org/kelvo/Kelvo");
+const QString kInterface = QStringLiteral("org.kelvo.Kelvo");
+
+// The ends of requested captures as the bus broadcasts them.
+class CaptureEnds : public QObject
+{
+    Q_OBJECT
+public:
+    struct End
+    {
+        QString kind; // "done", "cancelled", "failed"
+        uint id = 0;
+        QString text;
+    };
+    std::vector<End> seen;
+
+public Q_SLOTS:
+    void done(uint id, const QString& path) { seen.push_back({QStringLiteral("done"), id, path}); }
+    void cancelled(uint id) { seen.push_back({QStringLiteral("cancelled"), id, {}}); }
+    void failed(uint id, const QString& error)
+    {
+        seen.push_back({QStringLiteral("failed"), id, error});
+    }
+};
+
+// Bell notifications of the X keyboard extension, on a connection of the
+// test's own: every bell rung on the server shows here.
+class BellWatch
+{
+public:
+    BellWatch()
+        : m_c(xcb_connect(nullptr, nullptr))
+    {
+        if (xcb_connection_has_error(m_c))
+            return;
+        const xcb_query_extension_reply_t* ext = xcb_get_extension_data(m_c, &xcb_xkb_id);
+        if (ext == nullptr || !ext->present)
+            return;
+        m_firstEvent = ext->first_event;
+        std::unique_ptr<xcb_xkb_use_extension_reply_t, decltype(&std::free)> use(
+            xcb_xkb_use_extension_reply(m_c, xcb_xkb_use_extension(m_c, 1, 0), nullptr),
+            &std::free);
+        if (!use || !use->supported)
+            return;
+        xcb_xkb_select_events(m_c, XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_EVENT_TYPE_BELL_NOTIFY, 0,
+                              XCB_XKB_EVENT_TYPE_BELL_NOTIFY, 0, 0, nullptr);
+        m_ready =
+            xcb_request_check(m_c, xcb_xkb_select_events_checked(m_c, XCB_XKB_ID_USE_CORE_KBD,
+                                                                 XCB_XKB_EVENT_TYPE_BELL_NOTIFY, 0,
+                                                                 XCB_XKB_EVENT_TYPE_BELL_NOTIFY, 0,
+                                                                 0, nullptr)) == nullptr;
+    }
+    ~BellWatch() { xcb_disconnect(m_c); }
+    [[nodiscard]] bool ready() const { return m_ready; }
+
+    // Bells seen since the last call.
+    int bells()
+    {
+        int n = 0;
+        while (xcb_generic_event_t* ev = xcb_poll_for_event(m_c)) {
+            if ((ev->response_type & 0x7f) == m_firstEvent &&
+                reinterpret_cast<xcb_xkb_bell_notify_event_t*>(ev)->xkbType == XCB_XKB_BELL_NOTIFY)
+                ++n;
+            std::free(ev);
+        }
+        return n;
+    }
+
+private:
+    xcb_connection_t* m_c;
+    std::uint8_t m_firstEvent = 0;
+    bool m_ready = false;
+};
+
+struct RunResult
+{
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+class CaptureActions : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+        x = std::make_unique<XSession>();
+        ASSERT_TRUE(x->isConnected());
+        shots = desktop.path(QStringLiteral("shots"));
+        ASSERT_TRUE(QDir().mkpath(shots));
+        // Each test has a bus of its own: a fresh connection name, and the
+        // address given, since libdbus reads the variable once per process.
+        static int serial = 0;
+        busName = QStringLiteral("e2e-capture-actions-%1").arg(++serial);
+        bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
+            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), busName));
+        ASSERT_TRUE(bus->isConnected());
+        for (const char* name : {"CaptureDone", "CaptureCancelled", "CaptureFailed"}) {
+            const char* slot = name == std::string_view("CaptureDone") ? SLOT(done(uint, QString))
+                               : name == std::string_view("CaptureCancelled")
+                                   ? SLOT(cancelled(uint))
+                                   : SLOT(failed(uint, QString));
+            ASSERT_TRUE(
+                bus->connect(QString(), kPath, kInterface, QString::fromLatin1(name), &ends, slot));
+        }
+    }
+
+    void TearDown() override
+    {
+        kelvo.reset();
+        bus.reset();
+        QDBusConnection::disconnectFromBus(busName);
+    }
+
+    bool pumpUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout = 10s)
+    {
+        return waitFor(
+            [&] {
+                QCoreApplication::processEvents();
+                return condition();
+            },
+            timeout);
+    }
+
+    bool kelvoOnBus() { return bus->interface()->isServiceRegistered(kService).value(); }
+
+    // Kelvo with these preferences over the first-run ones: a first start
+    // writes those, then the test's values go in before the real start.
+    void startKelvoWith(const QMap<QString, QString>& preferences)
+    {
+        if (!QFileInfo::exists(confPath())) {
+            kelvo = std::make_unique<KelvoProcess>();
+            // The first-run values are written after Kelvo is on the bus.
+            ASSERT_TRUE(pumpUntil([&] {
+                return QSettings(confPath(), QSettings::IniFormat)
+                    .contains(QStringLiteral("installTime"));
+            })) << kelvo->errors().toStdString();
+            kelvo.reset();
+            ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(); }));
+        }
+        {
+            QSettings conf(confPath(), QSettings::IniFormat);
+            for (auto it = preferences.constBegin(); it != preferences.constEnd(); ++it)
+                conf.setValue(it.key(), it.value());
+            conf.sync();
+            ASSERT_EQ(conf.status(), QSettings::NoError);
+        }
+        kelvo = std::make_unique<KelvoProcess>();
+        ASSERT_TRUE(pumpUntil([&] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
+        // The hot keys are taken once Kelvo has started.
+        ASSERT_TRUE(waitFor([&] { return altKeyHeldElsewhere("z") && altKeyHeldElsewhere("x"); }))
+            << kelvo->errors().toStdString();
+    }
+
+    void restartKelvoWith(const QMap<QString, QString>& preferences)
+    {
+        kelvo.reset();
+        ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(); }));
+        startKelvoWith(preferences);
+    }
+
+    QString confPath() const { return desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf"); }
+
+    QMap<QString, QString> saveToShots() const
+    {
+        return {{QStringLiteral("pathofSaveScreenShotsPhoto"), shots},
+                {QStringLiteral("formatOfSavePhoto"), QStringLiteral("png")},
+                {QStringLiteral("playSoundWhenScreenShots"), QStringLiteral("NO")}};
+    }
+    QMap<QString, QString> plainPictures() const
+    {
+        auto p = saveToShots();
+        p.insert(QStringLiteral("needShadowOfnotSingleWindow"), QStringLiteral("NO"));
+        p.insert(QStringLiteral("needFilletOfnotSingleWindow"), QStringLiteral("NO"));
+        return p;
+    }
+
+    bool altKeyHeldElsewhere(const char* key)
+    {
+        if (!x->grabKey(key, kAlt))
+            return true;
+        x->ungrabKey(key, kAlt);
+        return false;
+    }
+
+    QStringList shotFiles() const { return QDir(shots).entryList(QDir::Files); }
+
+    // The file once it is there (written whole: it appears by rename).
+    QImage waitForShot()
+    {
+        if (!waitFor([&] { return !shotFiles().isEmpty(); }))
+            return {};
+        return QImage(shots + '/' + shotFiles().first());
+    }
+
+    // Starts kelvo with `args`; the caller pumps until it ends.
+    std::unique_ptr<QProcess> start(const QStringList& args)
+    {
+        auto p = std::make_unique<QProcess>();
+        p->start(kelvoBinary(), args);
+        p->waitForStarted(10000);
+        return p;
+    }
+    RunResult finish(QProcess& p)
+    {
+        RunResult r;
+        QByteArray out;
+        QByteArray err;
+        const bool ended = pumpUntil(
+            [&] {
+                out += p.readAllStandardOutput();
+                err += p.readAllStandardError();
+                return p.state() == QProcess::NotRunning;
+            },
+            30s);
+        if (!ended) {
+            p.kill();
+            p.waitForFinished();
+        }
+        out += p.readAllStandardOutput();
+        err += p.readAllStandardError();
+        r.exitCode = ended && p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+        r.out = QString::fromLocal8Bit(out);
+        r.err = QString::fromLocal8Bit(err);
+        return r;
+    }
+    RunResult run(const QStringList& args)
+    {
+        auto p = start(args);
+        return finish(*p);
+    }
+
+    bool overlaysUp()
+    {
+        return kelvo && x->overlaysOf(kelvo->pid()).size() == 2 && x->keyboardGrabbedByOther();
+    }
+
+    // Same pixels, alpha left out (a saved PNG may carry an alpha channel).
+    static ::testing::AssertionResult samePixels(const QImage& a, const QImage& b)
+    {
+        if (a.size() != b.size())
+            return ::testing::AssertionFailure() << a.width() << 'x' << a.height() << " against "
+                                                 << b.width() << 'x' << b.height();
+        const QImage l = a.convertToFormat(QImage::Format_RGB32);
+        const QImage r = b.convertToFormat(QImage::Format_RGB32);
+        for (int y = 0; y < l.height(); ++y)
+            for (int px = 0; px < l.width(); ++px)
+                if (l.pixel(px, y) != r.pixel(px, y))
+                    return ::testing::AssertionFailure()
+                           << "differs at " << px << ',' << y << ": " << std::hex << l.pixel(px, y)
+                           << " against " << r.pixel(px, y);
+        return ::testing::AssertionSuccess();
+    }
+
+    TestDesktop desktop;
+    std::unique_ptr<XSession> x;
+    std::unique_ptr<KelvoProcess> kelvo;
+    QString shots;
+    QString busName;
+    std::unique_ptr<QDBusConnection> bus;
+    CaptureEnds ends;
+};
+
+const QRect kArea(100, 200, 300, 150);
+const QString kAreaText = QStringLiteral("{{100, 200}, {300, 150}}");
+
+} // namespace
+
+TEST_F(CaptureActions, AltZSavesTheWindowUnderThePointerInsideItsShadow)
+{
+    constexpr int kShadow = 18;
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    auto prefs = saveToShots();
+    prefs.insert(QStringLiteral("sizeOfShadow"), QString::number(kShadow));
+    prefs.insert(QStringLiteral("needShadowOfnotSingleWindow"), QStringLiteral("YES"));
+    prefs.insert(QStringLiteral("needFilletOfnotSingleWindow"), QStringLiteral("YES"));
+    prefs.insert(QStringLiteral("colorOfShadow"), QStringLiteral("#66000000"));
+    startKelvoWith(prefs);
+    ASSERT_FALSE(HasFatalFailure());
+
+    x->movePointer(500, 350);
+    const QRect frame = x->frameOf(red.id());
+    const QImage onScreen = x->grabRoot(frame);
+    x->tapKeyWithAlt("z");
+    const QImage shot = waitForShot();
+    ASSERT_FALSE(shot.isNull()) << kelvo->errors().toStdString();
+    EXPECT_TRUE(shotFiles().first().endsWith(QLatin1String(".png")));
+
+    // The window's frame, pixel for pixel (no rounded corners), inside a
+    // margin of the shadow's size on every side.
+    ASSERT_EQ(shot.size(), frame.size() + QSize(2 * kShadow, 2 * kShadow));
+    EXPECT_TRUE(samePixels(shot.copy(QRect(QPoint(kShadow, kShadow), frame.size())), onScreen));
+    EXPECT_EQ(shot.pixelColor(shot.width() / 2, shot.height() / 2), QColor(Qt::red));
+    // The margin is the shadow: dark and see-through, darkest at the window.
+    const QColor nearWindow = shot.pixelColor(kShadow - 1, shot.height() / 2);
+    const QColor corner = shot.pixelColor(0, 0);
+    EXPECT_GT(nearWindow.alpha(), 0);
+    EXPECT_LT(nearWindow.alpha(), 0x66 + 1);
+    EXPECT_EQ(nearWindow.red(), 0);
+    EXPECT_LT(corner.alpha(), nearWindow.alpha());
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(CaptureActions, AltXRingsTheBellWithoutAPreviousAreaAndSavesItOnceStored)
+{
+    BellWatch bells;
+    ASSERT_TRUE(bells.ready());
+    x->setRootColor(QColor(0x30, 0x60, 0x90));
+    SolidWindow blue(*x, QRect(200, 250, 400, 300), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(400, 400) == QColor(Qt::blue); }))
+        << x->pixel(400, 400).name().toStdString();
+    startKelvoWith(plainPictures());
+    ASSERT_FALSE(HasFatalFailure());
+    (void)bells.bells();
+
+    x->tapKeyWithAlt("x");
+    ASSERT_TRUE(waitFor([&] { return bells.bells() > 0; })) << kelvo->errors().toStdString();
+    // The bell is the action's end: nothing was written.
+    EXPECT_TRUE(shotFiles().isEmpty());
+
+    restartKelvoWith({{QStringLiteral("preRectOfScreenShots"), kAreaText}});
+    ASSERT_FALSE(HasFatalFailure());
+    const QImage onScreen = x->grabRoot(kArea);
+    x->tapKeyWithAlt("x");
+    const QImage shot = waitForShot();
+    ASSERT_FALSE(shot.isNull()) << kelvo->errors().toStdString();
+    EXPECT_TRUE(samePixels(shot, onScreen));
+    EXPECT_EQ(bells.bells(), 0);
+}
+
+TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
+{
+    SolidWindow green(*x, QRect(150, 150, 200, 150), Qt::green, QStringLiteral("green"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(250, 250) == QColor(Qt::green); }));
+    auto prefs = plainPictures();
+    prefs.insert(QStringLiteral("preRectOfScreenShots"), kAreaText);
+    startKelvoWith(prefs);
+    ASSERT_FALSE(HasFatalFailure());
+    const QImage onScreen = x->grabRoot(kArea);
+
+    const QString elsewhere = desktop.path(QStringLiteral("elsewhere"));
+    ASSERT_TRUE(QDir().mkpath(elsewhere));
+    const RunResult r = run(
+        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), elsewhere});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QString path = r.out.trimmed();
+    EXPECT_EQ(QFileInfo(path).absolutePath(), elsewhere);
+    EXPECT_TRUE(samePixels(QImage(path), onScreen));
+    // Only there: not in the save folder.
+    EXPECT_TRUE(shotFiles().isEmpty());
+
+    // A file name picks the name and the format, and never replaces a file.
+    const QString named = elsewhere + QStringLiteral("/area.jpg");
+    const RunResult first = run(
+        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
+    ASSERT_EQ(first.exitCode, 0) << first.err.toStdString();
+    EXPECT_EQ(first.out.trimmed(), named);
+    EXPECT_EQ(QImage(named).size(), kArea.size());
+    const RunResult second = run(
+        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
+    ASSERT_EQ(second.exitCode, 0) << second.err.toStdString();
+    EXPECT_EQ(second.out.trimmed(), elsewhere + QStringLiteral("/area 2.jpg"));
+
+    // A bad option is refused before anything is asked of Kelvo.
+    const RunResult bad =
+        run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.contains(QStringLiteral("-d needs milliseconds"))) << bad.err.toStdString();
+}
+
+TEST_F(CaptureActions, GuiWithoutAStoredAreaFailsAndKeepsNothing)
+{
+    startKelvoWith(plainPictures());
+    ASSERT_FALSE(HasFatalFailure());
+    const RunResult r =
+        run({QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), shots});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.err.contains(QStringLiteral("no previous area"))) << r.err.toStdString();
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(shotFiles().isEmpty());
+}
+
+TEST_F(CaptureActions, ADelayedGuiCaptureCancelledWithEscapeExitsTwo)
+{
+    startKelvoWith(plainPictures());
+    ASSERT_FALSE(HasFatalFailure());
+    constexpr int kDelayMs = 1200;
+    QElapsedTimer clock;
+    clock.start();
+    auto p = start({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
+                    QStringLiteral("-p"), shots});
+    x->movePointer(800, 500);
+    ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    EXPECT_GE(clock.elapsed(), kDelayMs);
+    EXPECT_EQ(p->state(), QProcess::Running); // it waits for the capture's end
+    x->tapKey("Escape");
+    const RunResult r = finish(*p);
+    EXPECT_EQ(r.exitCode, 2) << r.err.toStdString();
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(shotFiles().isEmpty());
+    ASSERT_TRUE(pumpUntil([&] { return !ends.seen.empty(); }));
+    EXPECT_EQ(ends.seen.back().kind, QStringLiteral("cancelled"));
+}
+
+TEST_F(CaptureActions, TheCaptureMethodAnswersAnIdAndBroadcastsTheEnd)
+{
+    auto prefs = plainPictures();
+    prefs.insert(QStringLiteral("preRectOfScreenShots"), kAreaText);
+    startKelvoWith(prefs);
+    ASSERT_FALSE(HasFatalFailure());
+
+    auto call = [&](const QVariantMap& options) {
+        QDBusMessage m =
+            QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Capture"));
+        m.setArguments({options});
+        return bus->call(m, QDBus::Block, 10000);
+    };
+
+    const QDBusMessage bad = call({{QStringLiteral("delay"), QStringLiteral("soon")}});
+    ASSERT_EQ(bad.type(), QDBusMessage::ErrorMessage);
+    EXPECT_EQ(bad.errorName(), QStringLiteral("org.freedesktop.DBus.Error.InvalidArgs"));
+    EXPECT_TRUE(bad.errorMessage().contains(QStringLiteral("delay")));
+
+    const QDBusMessage reply =
+        call({{QStringLiteral("lastRegion"), true}, {QStringLiteral("path"), shots}});
+    ASSERT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
+    const uint id = reply.arguments().value(0).toUInt();
+    EXPECT_GT(id, 0u);
+    ASSERT_TRUE(pumpUntil([&] { return !ends.seen.empty(); })) << kelvo->errors().toStdString();
+    ASSERT_EQ(ends.seen.size(), 1u);
+    EXPECT_EQ(ends.seen[0].kind, QStringLiteral("done"));
+    EXPECT_EQ(ends.seen[0].id, id);
+    EXPECT_EQ(QFileInfo(ends.seen[0].text).absolutePath(), shots);
+    EXPECT_EQ(QImage(ends.seen[0].text).size(), kArea.size());
+
+    // An interactive one: its id differs, and Escape ends it as cancelled.
+    const QDBusMessage second = call({{QStringLiteral("path"), shots}});
+    ASSERT_EQ(second.type(), QDBusMessage::ReplyMessage) << second.errorMessage().toStdString();
+    const uint secondId = second.arguments().value(0).toUInt();
+    EXPECT_NE(secondId, id);
+    ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    // One request at a time.
+    const QDBusMessage third = call({{QStringLiteral("clipboard"), true}});
+    EXPECT_EQ(third.type(), QDBusMessage::ErrorMessage);
+    x->tapKey("Escape");
+    ASSERT_TRUE(pumpUntil([&] { return ends.seen.size() == 2; }));
+    EXPECT_EQ(ends.seen[1].kind, QStringLiteral("cancelled"));
+    EXPECT_EQ(ends.seen[1].id, secondId);
+}
+
+#include "CaptureActionsTest.moc"
