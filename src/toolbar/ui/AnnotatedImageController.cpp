@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "toolbar/ui/AnnotatedImageController.h"
+
+#include "capture/logic/CaptureState.h"
+#include "core/MessageBus.h"
+#include "settings/Defaults.h"
+#include "settings/Keys.h"
+#include "toolbar/logic/ButtonBox.h"
+#include "toolbar/ui/ClipToolBar.h"
+
+#include <QTimer>
+#include <QWidget>
+
+namespace toolbar {
+
+namespace keys = settings::keys;
+
+AnnotatedImageController::AnnotatedImageController(capture::CaptureState& state,
+                                                   settings::Defaults& defaults,
+                                                   core::MessageBus& bus, QObject* parent)
+    : QObject(parent)
+    , m_state(state)
+    , m_defaults(defaults)
+    , m_bus(bus)
+{}
+
+AnnotatedImageController::~AnnotatedImageController()
+{
+    delete m_bar.data();
+}
+
+void AnnotatedImageController::windowDidLoad()
+{
+    m_loaded = true;
+    m_state.clipToolbarWindowOpened = true;
+    userCanceled = true;
+    m_dataOfUsers.getUsersData(m_defaults);
+    makeExclusivePairsSane();
+    connect(&m_bus, &core::MessageBus::message, this, &AnnotatedImageController::onMessage);
+    connect(&m_defaults, &settings::Defaults::changed, this,
+            &AnnotatedImageController::observeValueForKeyPath);
+}
+
+void AnnotatedImageController::makeExclusivePairsSane()
+{
+    auto sane = [this](QLatin1StringView first, QLatin1StringView second) {
+        // One of each pair is on, and the first wins when both are.
+        if (!m_defaults.boolForKey(first) && !m_defaults.boolForKey(second))
+            m_defaults.setBool(first, true);
+        if (m_defaults.boolForKey(first) && m_defaults.boolForKey(second))
+            m_defaults.setBool(second, false);
+    };
+    sane(keys::selectedGaussianBlured, keys::selectedMosaic);
+    sane(keys::ellipseOfHighlight, keys::squareOfHighlight);
+}
+
+void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF()> selection)
+{
+    if (!m_loaded)
+        windowDidLoad();
+    m_selection = std::move(selection);
+    if (m_bar == nullptr) {
+        m_bar = new ClipToolBar();
+        connect(m_bar, &ClipToolBar::clicked, this, [this](const QString& name) {
+            if (name == QLatin1String("save"))
+                saveButtonClick();
+            else if (name == QLatin1String("copyToPaste"))
+                copyToPasteButtonClick();
+            else if (name == QLatin1String("map"))
+                mapButtonClick();
+            else if (name == QLatin1String("cancel"))
+                cancelButtonClick();
+            // The drawing tools take their clicks once they can draw.
+        });
+    }
+    m_bar->setParent(overlay);
+    m_bar->setUpdatesPin(m_state.annotatedOnMap);
+
+    m_state.mapImage = false;
+    m_state.clipToolbarWindowOpened = true;
+    m_state.startScreenShot = false;
+    m_state.saveButtonClick = false;
+    resetButtonBox();
+    unhiddenButton();
+}
+
+void AnnotatedImageController::closeWindow()
+{
+    m_state.annotatedOnMapFromRightMouse = false;
+    m_state.annotatedOnMap = false;
+    // The tools' settings reach the disk here, all at once.
+    if (m_state.clipToolbarWindowOpened && m_loaded)
+        m_dataOfUsers.store(m_defaults);
+    m_state.clipToolbarWindowOpened = false;
+    if (m_bar != nullptr) {
+        m_bar->hide();
+        // Off the overlay, which goes back to its pool.
+        m_bar->setParent(nullptr);
+    }
+    m_selection = nullptr;
+    // A pin's finish may still read mapImage in this turn of the loop.
+    QTimer::singleShot(100, this, [this] { m_state.mapImage = false; });
+}
+
+void AnnotatedImageController::resetButtonBox()
+{
+    if (m_bar == nullptr || m_bar->parentWidget() == nullptr || !m_selection)
+        return;
+    const QRectF box = placeButtonBox(m_selection(), m_bar->parentWidget()->size());
+    m_bar->move(box.topLeft().toPoint());
+}
+
+void AnnotatedImageController::hiddenButton()
+{
+    if (m_bar != nullptr)
+        m_bar->hide();
+}
+
+void AnnotatedImageController::unhiddenButton()
+{
+    if (m_bar == nullptr || m_bar->parentWidget() == nullptr)
+        return;
+    resetButtonBox();
+    m_bar->show();
+    m_bar->raise();
+}
+
+void AnnotatedImageController::startFinish()
+{
+    m_state.startScreenShot = true;
+    m_state.screenShotIsFinished = false;
+    m_bus.post(QString::fromLatin1(core::MessageBus::StartScreenShots));
+    hiddenButton();
+}
+
+void AnnotatedImageController::saveButtonClick()
+{
+    m_state.saveButtonClick = true;
+    m_state.copyToPaste = false;
+    startFinish();
+}
+
+void AnnotatedImageController::copyToPasteButtonClick()
+{
+    m_state.copyToPaste = true;
+    startFinish();
+}
+
+void AnnotatedImageController::mapButtonClick()
+{
+    m_state.mapImage = true;
+    saveButtonClick();
+    // A pin, not a save.
+    m_state.saveButtonClick = false;
+}
+
+void AnnotatedImageController::cancelButtonClick()
+{
+    m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+}
+
+bool AnnotatedImageController::barContains(QPoint global) const
+{
+    return m_bar != nullptr && m_bar->isVisible() &&
+           m_bar->rect().contains(m_bar->mapFromGlobal(global));
+}
+
+void AnnotatedImageController::onMessage(const QString& name)
+{
+    if (name == QLatin1String("hiddenButtonOfClipToolbarWindow"))
+        hiddenButton();
+    else if (name == QLatin1String("unhiddenButtonOfClipToolbarWindow"))
+        unhiddenButton();
+    else if (name == QLatin1String(core::MessageBus::CloseClipToolbarWindow))
+        closeWindow();
+}
+
+void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant& value)
+{
+    struct Pair
+    {
+        QLatin1StringView key, partner, stored;
+    };
+    static const Pair pairs[] = {
+        {keys::selectedMosaic, keys::selectedGaussianBlured, keys::selectedMosaic},
+        {keys::selectedGaussianBlured, keys::selectedMosaic, keys::selectedMosaic},
+        {keys::squareOfHighlight, keys::ellipseOfHighlight, keys::squareOfHighlight},
+        {keys::ellipseOfHighlight, keys::squareOfHighlight, keys::squareOfHighlight},
+    };
+    for (const Pair& pair : pairs) {
+        if (key != pair.key)
+            continue;
+        // Our own write of the partner comes back here once; let it pass.
+        if (adjustByApp) {
+            adjustByApp = false;
+            return;
+        }
+        adjustByApp = true;
+        m_defaults.setBool(pair.partner, false);
+        m_defaults.synchronize();
+        return;
+    }
+    if (key.endsWith(QLatin1String("Shortcut")) && key != QLatin1String("shortcut")) {
+        QVariantMap shortcuts = m_defaults.dictionaryForKey(QString(keys::shortcutOfButton));
+        shortcuts.insert(key, value);
+        m_defaults.setObject(QString(keys::shortcutOfButton), shortcuts);
+    }
+}
+
+} // namespace toolbar

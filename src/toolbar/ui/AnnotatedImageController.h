@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "toolbar/logic/DataOfUsers.h"
+#include "toolbar/ui/ClipToolBar.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QRectF>
+#include <QVariantMap>
+
+#include <functional>
+
+namespace capture {
+struct CaptureState;
+}
+namespace core {
+class MessageBus;
+}
+namespace settings {
+class Defaults;
+}
+
+namespace toolbar {
+
+// The annotation window of a capture, one for the process: it lies over
+// the screen of the selection with the tool bar under the selection, keeps
+// each tool's remembered settings, follows the preferences that change
+// them, and turns the four finishing buttons into the capture's end.
+class AnnotatedImageController final : public QObject
+{
+    Q_OBJECT
+public:
+    AnnotatedImageController(capture::CaptureState& state, settings::Defaults& defaults,
+                             core::MessageBus& bus, QObject* parent = nullptr);
+    ~AnnotatedImageController() override;
+
+    // Opens over `overlay` (the top-level of the selection's screen);
+    // `selection` answers the selection in the overlay's top-left points
+    // whenever the bar is placed again.
+    void openWindow(QWidget* overlay, std::function<QRectF()> selection);
+    void closeWindow();
+    void hiddenButton();
+    void unhiddenButton();
+
+    void saveButtonClick();
+    void copyToPasteButtonClick();
+    void mapButtonClick();
+    void cancelButtonClick();
+
+    // Whether the bar is shown and under the global point.
+    [[nodiscard]] bool barContains(QPoint global) const;
+    [[nodiscard]] ClipToolBar* toolBar() const { return m_bar; }
+    [[nodiscard]] DataOfUsers& dataOfUsers() { return m_dataOfUsers; }
+    [[nodiscard]] bool isLoaded() const { return m_loaded; }
+
+private:
+    void windowDidLoad();
+    void resetButtonBox();
+    void startFinish();
+    void onMessage(const QString& name);
+    void observeValueForKeyPath(const QString& key, const QVariant& value);
+    void makeExclusivePairsSane();
+
+    capture::CaptureState& m_state;
+    settings::Defaults& m_defaults;
+    core::MessageBus& m_bus;
+    DataOfUsers m_dataOfUsers;
+    QPointer<ClipToolBar> m_bar; // lives in the overlay while open
+    std::function<QRectF()> m_selection;
+    bool m_loaded = false;
+    // A preference written here, so its change notice is our own echo.
+    bool adjustByApp = false;
+    bool userCanceled = false;
+};
+
+} // namespace toolbar
