@@ -28,6 +28,15 @@ QRectF flipped(const QRectF& r, qreal height)
     return {r.x(), height - r.y() - r.height(), r.width(), r.height()};
 }
 
+// Frozen pictures of a 24-bit screen leave the alpha byte as the X server
+// sent it, often 0, which painting would read as transparent.
+QImage opaqueSource(const QImage& image)
+{
+    return image.format() == QImage::Format_RGB32
+               ? image.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+               : image;
+}
+
 } // namespace
 
 CompositionLayout layOutComposition(const CompositionInput& in)
@@ -99,7 +108,7 @@ core::Picture composeCapture(const CompositionInput& in)
                 rp.setRenderHint(QPainter::Antialiasing);
                 rp.setClipPath(QTransform(1, 0, 0, -1, 0, rh).map(bubble));
             }
-            rp.drawImage(flipped(layout.regionSource, rh), in.fullImage.pixels);
+            rp.drawImage(flipped(layout.regionSource, rh), opaqueSource(in.fullImage.pixels));
         }
         const QRectF target = flipped(piece.rect, h);
         if (piece.shadow)
@@ -109,7 +118,8 @@ core::Picture composeCapture(const CompositionInput& in)
     } else {
         for (std::size_t i = 0; i < layout.pieces.size(); ++i) {
             const CompositionLayout::Piece& piece = layout.pieces[i];
-            const QImage& image = in.picks[in.picks.size() - 1 - i].KCGWindowImage.pixels;
+            const QImage image =
+                opaqueSource(in.picks[in.picks.size() - 1 - i].KCGWindowImage.pixels);
             const QRectF target = flipped(piece.rect, h);
             if (piece.shadow)
                 core::drawWithShadow(painter, target, image, in.shadowColour, blur);

@@ -3,6 +3,7 @@
 
 #include "capture/logic/DragMagnifier.h"
 #include "capture/logic/HoverMagnifier.h"
+#include "capture/logic/MultiWindowPick.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "capture/logic/SizeLabelPlacement.h"
 #include "core/MessageBus.h"
@@ -464,6 +465,56 @@ QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
 void ClipStateMachine::writePreRect(const QRectF& frame)
 {
     m_host.writePreference(QStringLiteral("preRectOfScreenShots"), preRectOfScreenShots(frame));
+}
+
+void ClipStateMachine::startPicking()
+{
+    m_state.stateOfMultiWindowScreenshots = 1;
+    m_look.magnifierShown = false;
+    m_look.cursorImageShown = false;
+    m_look.backgroundBoxTransparent = true;
+    m_host.setCursor(ClipCursor::Arrow);
+    m_host.needsDisplay();
+}
+
+void ClipStateMachine::flagsChanged(bool shiftDown)
+{
+    if (shiftDown || m_state.stateOfMultiWindowScreenshots != 1 ||
+        m_host.gates().isRecordingOverlay)
+        return;
+    if (m_state.arrOfAllSelectedScreenshots.empty()) {
+        m_host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+        return;
+    }
+    m_state.arrOfPreAllSelectedScreenshots.clear();
+    m_state.imageAllWindowArray.clear();
+    m_state.stateOfMultiWindowScreenshots = 2;
+    m_multiWindowScreenshots = true;
+    m_dragMode = DragMode::None;
+
+    const ClipPreferences prefs = m_host.preferences();
+    const int shadow = prefs.needShadowOfnotSingleWindow ? prefs.sizeOfShadow : 0;
+    const QRectF frame = pickedFrame(m_state.arrOfAllSelectedScreenshots, shadow);
+    m_selection.fix(frame);
+    m_look.backgroundBoxTransparent = false;
+    m_look.selectedBoxTransparent = false;
+    m_look.cropBorderAdded = true;
+    m_look.cropBorderOnlyClipCurrentWindow = true;
+    m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
+    m_host.annotation(AnnotationCommand::ClearSelectFunction);
+    m_state.currentRectOfAnnotatedImageView = frame;
+
+    m_host.annotation(AnnotationCommand::OpenWindow);
+    m_host.cropBorderNeedsDisplay();
+    m_state.screenOfScreenShot = m_host.screenUnderMouse();
+    m_clipState = ClipState::Selected;
+    m_host.changFullImageToMosaicImage();
+    m_host.setWindowBackgroundClear();
+    if (m_layout.count() >= 2)
+        m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
+    m_host.makeKeyAndOrderFront();
+    m_host.annotation(AnnotationCommand::DisableScrollScreenshotButton);
+    m_host.needsDisplay();
 }
 
 void ClipStateMachine::fullScreenCapture()

@@ -54,6 +54,15 @@ public:
 
     // Key F: the whole screen is the selection.
     void fullScreenCapture();
+
+    // Shift held at a press over a window: clicks now pick windows, and
+    // nothing of the screen stays dimmed.
+    void startPicking();
+    // A modifier went down or up. Shift let go while picking ends it: the
+    // picks become the selection, or, with none, the capture is cancelled.
+    void flagsChanged(bool shiftDown);
+    // The picks were fixed as the selection.
+    [[nodiscard]] bool multiWindowScreenshots() const { return m_multiWindowScreenshots; }
     // The controller's answer to "startAnnotation" on the screen under the
     // mouse; acts only for a mark-up started from a pin's menu.
     void startAnnotation();
@@ -123,6 +132,7 @@ private:
     DragMode m_dragMode = DragMode::None;
     bool m_onlyClipCurrentWindow = true;
     bool m_isCanDrawSelectFunction = false;
+    bool m_multiWindowScreenshots = false;
     double m_lastDate = 0.0;
     QPointF m_rectBeginPoint;
     QPointF m_rectEndPoint;

@@ -11,6 +11,7 @@
 #include "platform/PointerControl.h"
 #include "platform/SoundPlayer.h"
 #include "platform/WindowServer.h"
+#include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -40,6 +41,7 @@ QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
     , m_defaults(services.defaults)
     , m_readoutState(services.readoutState)
     , m_shortcutOfButton(std::move(services.shortcutOfButton))
+    , m_annotation(std::make_unique<toolbar::AnnotatedImageController>(m_state, m_defaults, m_bus))
 {
     connect(&m_bus, &core::MessageBus::message, this, &QNClipScreenManager::onMessage);
 }
@@ -68,6 +70,28 @@ void QNClipScreenManager::onMessage(const QString& name)
         cancelScreenShot();
     else if (name == QLatin1String(core::MessageBus::StartAnnotation))
         startAnnotation();
+    else if (name == QLatin1String(core::MessageBus::StartScreenShots))
+        startScreenShots();
+}
+
+void QNClipScreenManager::startScreenShots()
+{
+    // The screen under the mouse finishes; it refuses when the selection
+    // is on another one.
+    if (QNClipWindowController* controller = controllerForScreen(currentScreenForMouseLocation()))
+        controller->startScreenShots();
+}
+
+void QNClipScreenManager::finishCapture(QNClipWindowController* controller,
+                                        const FinishedCapture& result)
+{
+    // A selection with no picture in it ends like a cancel.
+    m_finishing = !result.picture.isNull();
+    controller->cancel();
+    const bool finished = m_finishing;
+    m_finishing = false;
+    if (finished)
+        Q_EMIT captureFinished(result);
 }
 
 void QNClipScreenManager::startCapture()
@@ -76,6 +100,10 @@ void QNClipScreenManager::startCapture()
     if (m_isWorking)
         return;
     m_isWorking = true;
+    m_state.copyToPaste = false;
+    m_state.mapImage = false;
+    m_state.saveButtonClick = false;
+    m_state.startScreenShot = false;
     QElapsedTimer clock;
     clock.start();
     clearClipWindowControllerArray();
@@ -188,6 +216,9 @@ void QNClipScreenManager::endAll()
         disconnect(c);
     m_captureConnections.clear();
     qApp->removeEventFilter(this);
+    if (m_annotation->isLoaded())
+        m_annotation->closeWindow();
+    mouseOnButton = false;
     clearClipWindowControllerArray();
     m_windowServer.thaw();
     m_windowPool.idle();
@@ -195,7 +226,7 @@ void QNClipScreenManager::endAll()
     const bool wasWorking = m_isWorking;
     m_isWorking = false;
     if (wasWorking)
-        Q_EMIT captureEnded();
+        Q_EMIT captureEnded(m_finishing);
 }
 
 void QNClipScreenManager::reset()
@@ -321,6 +352,15 @@ bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
     const std::optional<MonitorEventType> type = monitorTypeOf(event);
     if (!type)
         return false;
+    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress ||
+        event->type() == QEvent::MouseButtonRelease ||
+        event->type() == QEvent::MouseButtonDblClick) {
+        // Over the tool bar the buttons take the pointer themselves.
+        const QPointF global = static_cast<const QMouseEvent*>(event)->globalPosition();
+        mouseOnButton = m_annotation->barContains(global.toPoint());
+        if (mouseOnButton)
+            return false;
+    }
 
     // Every screen's controller is shown the event, as its monitors would
     // be; the table lets exactly one of them act on it.
@@ -399,9 +439,20 @@ void QNClipScreenManager::perform(MonitorAction action, QNClipWindowController* 
             view->keyDown(clipKey);
         }
         break;
+    case MonitorAction::FlagsChanged:
+        if (view != nullptr &&
+            (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)) {
+            const auto* key = static_cast<const QKeyEvent*>(event);
+            // X reports the state before the key; the key itself says
+            // whether Shift is now down.
+            const bool shiftDown = key->key() == Qt::Key_Shift
+                                       ? event->type() == QEvent::KeyPress
+                                       : key->modifiers().testFlag(Qt::ShiftModifier);
+            view->flagsChanged(shiftDown);
+        }
+        break;
     case MonitorAction::PassThrough:
     case MonitorAction::HideTip:
-    case MonitorAction::FlagsChanged:
     case MonitorAction::ScrollWheelToAnnotation:
     case MonitorAction::ScrollWheelToView:
         // Their receivers (tool bar tips, annotation window, scrolling

@@ -5,6 +5,7 @@
 #include "capture/logic/EventMonitorTable.h"
 #include "capture/ui/OverlayWindowPool.h"
 #include "core/Geometry.h"
+#include "core/Picture.h"
 
 #include <QObject>
 #include <QPointF>
@@ -33,9 +34,32 @@ class PointerControl;
 class SoundPlayer;
 } // namespace platform
 
+namespace toolbar {
+class AnnotatedImageController;
+}
+
 namespace capture {
 
 class QNClipWindowController;
+
+// Where the picture of a finished capture goes.
+enum class FinishDestination
+{
+    Clipboard, // the copy button or its key
+    File,      // the save button: the save folder, or the save panel
+    Pin,       // the pin button: a new pin of the picture
+};
+
+// The picture a capture ended with, composed from the frozen screen or
+// windows, in the pixels of the screen it was taken on.
+struct FinishedCapture
+{
+    core::Picture picture;
+    FinishDestination destination = FinishDestination::File;
+    int screen = -1;            // index in the capture's screen layout
+    QRectF rect;                // global top-left points the picture covers, its margin left out
+    bool openAfterSave = false; // the save was asked for with the modifier that opens the file
+};
 
 // Starts and ends one capture across all screens: one window pass, then one
 // controller with its overlay per screen. While a capture runs it is the
@@ -71,6 +95,16 @@ public:
     // Message handlers.
     void cancelScreenShot();
     void startAnnotation();
+    void startScreenShots();
+
+    // The capture ends with `result`: the overlays go, then the picture is
+    // handed on.
+    void finishCapture(QNClipWindowController* controller, const FinishedCapture& result);
+    // The annotation window, one for the process.
+    [[nodiscard]] toolbar::AnnotatedImageController& annotatedImageController()
+    {
+        return *m_annotation;
+    }
 
     // From the controllers.
     void clipWindowController(QNClipWindowController* controller);
@@ -85,6 +119,7 @@ public:
     [[nodiscard]] platform::PointerControl& pointer() const { return m_pointer; }
     [[nodiscard]] platform::WindowServer& windowServer() const { return m_windowServer; }
     [[nodiscard]] QVariantMap shortcutOfButton() const;
+    [[nodiscard]] platform::SoundPlayer& sound() const { return m_sound; }
     // The pointer arrived on `screen`: the other screens drop their marks.
     void claimScreen(int screen);
     [[nodiscard]] const std::vector<std::unique_ptr<QNClipWindowController>>& controllers() const
@@ -98,7 +133,10 @@ public:
 Q_SIGNALS:
     // Every overlay has painted its frozen screen once.
     void captureShown();
-    void captureEnded();
+    // The overlays are gone. With `finished` a picture follows at once in
+    // captureFinished(); without, the capture was cancelled.
+    void captureEnded(bool finished);
+    void captureFinished(const capture::FinishedCapture& result);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -123,8 +161,10 @@ private:
     std::vector<QScreen*> m_screens; // Qt's screens in layout order
     std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;
     OverlayWindowPool m_windowPool;
+    std::unique_ptr<toolbar::AnnotatedImageController> m_annotation;
     std::vector<QMetaObject::Connection> m_captureConnections;
     bool m_isWorking = false;
+    bool m_finishing = false; // the capture ends with a picture
     int m_framesPending = 0;
     int m_keyScreen = -1;
 };

@@ -11,9 +11,11 @@
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipViewHost.h"
 #include "capture/ui/QNClipWindow.h"
+#include "core/Shadow.h"
 #include "platform/WindowServer.h"
+#include "settings/Defaults.h"
+#include "settings/Keys.h"
 
-#include <QDebug>
 #include <QPainter>
 
 namespace capture {
@@ -67,7 +69,6 @@ void QNClipView::showClipViewWithFrame(const QRectF& frame, bool withToolbar, bo
 
 void QNClipView::mousedown(const ClipMouseEvent& event)
 {
-    qDebug() << "down" << event.location << event.clickCount;
     m_pointer = event.location;
     if (m_cropBorder != nullptr)
         m_cropBorder->mouseMovedInOverlay(event.location);
@@ -78,7 +79,6 @@ void QNClipView::mousedown(const ClipMouseEvent& event)
 
 void QNClipView::mousedragged(const ClipMouseEvent& event)
 {
-    qDebug() << "drag" << event.location;
     m_pointer = event.location;
     m_machine->mousedragged(event);
     if (m_cropBorder != nullptr)
@@ -89,7 +89,6 @@ void QNClipView::mousedragged(const ClipMouseEvent& event)
 
 void QNClipView::mouseup(const ClipMouseEvent& event)
 {
-    qDebug() << "up drags" << m_manager.state().mouseDraggedTimes << int(m_machine->clipState()) << event.location;
     m_pointer = event.location;
     m_machine->mouseup(event);
     if (m_cropBorder != nullptr)
@@ -214,7 +213,6 @@ void QNClipView::syncCropBorder()
     m_cropBorder->setOnlyClipCurrentWindow(look.cropBorderOnlyClipCurrentWindow);
     m_cropBorder->setHideHandleRect(look.cropBorderHideHandleRect);
     m_cropBorder->updateTrackingAreas();
-    qDebug() << "sync" << look.cropBorderOnlyClipCurrentWindow << look.cropBorderHideHandleRect;
     m_cropBorder->show();
     // Rebuilt zones know nothing of the pointer; a press right where the
     // last release was must still find the handle under it.
@@ -250,9 +248,90 @@ OverlayFrame QNClipView::frameToPaint() const
     return f;
 }
 
+void QNClipView::flagsChanged(bool shiftDown)
+{
+    m_machine->flagsChanged(shiftDown);
+    syncCropBorder();
+    update();
+}
+
+void QNClipView::picksChanged()
+{
+    const CaptureState& state = m_manager.state();
+    m_picksPreview = {};
+    if (m_machine->multiWindowScreenshots() && !state.arrOfAllSelectedScreenshots.empty() &&
+        state.arrOfAllSelectedScreenshots.front().screen == m_screenIndex)
+        m_picksPreview = composeCapture(compositionInput());
+    update();
+}
+
+CompositionInput QNClipView::compositionInput() const
+{
+    const CaptureState& state = m_manager.state();
+    const settings::Defaults& defaults = m_manager.defaults();
+    CompositionInput in;
+    in.R = state.currentRectOfAnnotatedImageView;
+    in.S = defaults.boolForKey(settings::keys::needShadowOfnotSingleWindow)
+               ? static_cast<int>(defaults.integerForKey(settings::keys::sizeOfShadow))
+               : 0;
+    in.shadowColour = core::shadowColourFrom(defaults.stringForKey(settings::keys::colorOfShadow));
+    in.onlyClipCurrentWindow = m_machine->onlyClipCurrentWindow();
+    in.mapImage = state.mapImage;
+    in.fillet = defaults.boolForKey(settings::keys::needFilletOfnotSingleWindow);
+    in.picks = state.arrOfAllSelectedScreenshots;
+    in.fullImage = m_fullImage;
+    in.windowSize = size();
+    in.scale = m_manager.layout().screen(m_screenIndex).scale;
+    if (in.onlyClipCurrentWindow && in.picks.empty() && !m_fullImage.isNull()) {
+        // A window without a frozen picture of its own: take it from the
+        // frozen screen rather than lose the capture.
+        const qreal inset = 6 + in.S;
+        const QRectF r = in.R.adjusted(inset, inset, -inset, -inset);
+        const QRectF pixels =
+            QRectF(core::flipped(r, height()).topLeft() * in.scale, r.size() * in.scale);
+        in.picks.push_back(
+            {state.currentWindowID, r, m_screenIndex,
+             core::Picture::withScale(m_fullImage.pixels.copy(pixels.toRect()), in.scale),
+             state.currentWindowName});
+    }
+    return in;
+}
+
+void QNClipView::paintPicks(QPainter& painter)
+{
+    const CaptureState& state = m_manager.state();
+    const auto& picks = state.arrOfAllSelectedScreenshots;
+    if (!m_picksPreview.isNull()) {
+        // The fixed picks on white, as one picture, inside the selection.
+        const QRectF selection = core::flipped(m_machine->selection().contentRect, height());
+        painter.fillRect(selection, Qt::white);
+        painter.drawImage(selection, m_picksPreview.pixels);
+        return;
+    }
+    if (state.stateOfMultiWindowScreenshots != 1 || picks.empty() ||
+        picks.front().screen != m_screenIndex)
+        return;
+    // Every frozen window again, back to front, with a tint on each pick,
+    // so covered picks show whole.
+    const core::ScreenLayout& layout = m_manager.layout();
+    const QColor tint = QColor::fromRgbF(0.16862745098039217f, 0.6705882352941176f, 1.0f, 0.3f);
+    for (auto it = state.imageAllWindowArray.rbegin(); it != state.imageAllWindowArray.rend();
+         ++it) {
+        QRectF local = layout.topLeftToOverlayLocal(m_screenIndex, it->kCGWindowBounds);
+        if (it->kCGWindowName == QLatin1String("mappingWindowByKelvo"))
+            local.adjust(-6, -6, 6, 6);
+        painter.drawImage(core::flipped(local, height()), it->KCGWindowImage.pixels);
+        for (const PickedWindow& p : picks) {
+            if (p.windowId == it->number)
+                painter.fillRect(core::flipped(p.rect, height()), tint);
+        }
+    }
+}
+
 void QNClipView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
+    paintPicks(painter);
     m_painter.paint(painter, frameToPaint());
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/logic/CaptureComposer.h"
 #include "capture/logic/CaptureState.h"
 #include "capture/logic/ClipEvents.h"
 #include "capture/logic/HoverTracker.h"
@@ -55,6 +56,12 @@ public:
     void startAnnotation();
     // The pointer went to another screen: no outline, no magnifier here.
     void clearMarks();
+    // A modifier key went down or up while this screen is under the pointer.
+    void flagsChanged(bool shiftDown);
+    // The picks changed: the view shows them again.
+    void picksChanged();
+    // What the finished picture is made of, as the capture stands now.
+    [[nodiscard]] CompositionInput compositionInput() const;
 
     [[nodiscard]] const core::Picture& fullImage() const { return m_fullImage; }
     void clearFullImage() { m_fullImage = {}; }
@@ -71,6 +78,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void paintPicks(QPainter& painter);
     // Brings the crop border child in line with the machine's look.
     void syncCropBorder();
     [[nodiscard]] OverlayFrame frameToPaint() const;
@@ -89,6 +97,8 @@ private:
     QPointF m_pointer;                                    // overlay-local
     bool m_pointerHere = false;
     bool m_magnifierShown = false;
+    // The fixed picks as the finish will draw them, shown in the selection.
+    core::Picture m_picksPreview;
 };
 
 } // namespace capture

@@ -3,6 +3,7 @@
 
 #include "annotation/ui/GKCropBorderView.h"
 #include "capture/logic/ClipStateMachine.h"
+#include "capture/logic/MultiWindowPick.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
@@ -11,6 +12,7 @@
 #include "platform/PointerControl.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
+#include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QGuiApplication>
 #include <QTimer>
@@ -166,12 +168,54 @@ void QNClipViewHost::updateTrackingAreas()
         m_view.cropBorder()->updateTrackingAreas();
 }
 
+void QNClipViewHost::enterMultiWindowPick(const ClipMouseEvent&)
+{
+    m_view.machine().startPicking();
+}
+
+void QNClipViewHost::toggleMultiWindowPick(const ClipMouseEvent&)
+{
+    CaptureState& state = m_view.manager().state();
+    // The window the hover outlined is the one under the click.
+    togglePick(state, state.currentWindowID, m_view.machine().selection().selectedBoxFrame,
+               m_view.screenIndex());
+    m_view.update();
+}
+
+void QNClipViewHost::changFullImageToMosaicImage()
+{
+    const ClipPreferences prefs = preferences();
+    const int shadow = prefs.needShadowOfnotSingleWindow ? prefs.sizeOfShadow : 0;
+    addPickOfOne(m_view.manager().state(), m_view.machine().onlyClipCurrentWindow(),
+                 m_view.machine().selection().contentRect,
+                 QRectF(QPointF(0, 0), m_view.machine().windowSize()), shadow,
+                 m_view.screenIndex());
+    m_view.picksChanged();
+}
+
 void QNClipViewHost::annotation(AnnotationCommand command)
 {
-    // The annotation window comes with its own controller; until then a
-    // fixed selection is all that opening it means.
-    if (command == AnnotationCommand::OpenWindow)
-        m_view.manager().state().clipToolbarWindowOpened = true;
+    toolbar::AnnotatedImageController& controller = m_view.manager().annotatedImageController();
+    switch (command) {
+    case AnnotationCommand::OpenWindow:
+        controller.openWindow(m_view.clipWindow(), [view = &m_view] {
+            return core::flipped(view->machine().selection().contentRect, view->height());
+        });
+        break;
+    case AnnotationCommand::SaveButtonClick:
+        controller.saveButtonClick();
+        break;
+    case AnnotationCommand::CopyToPasteButtonClick:
+        controller.copyToPasteButtonClick();
+        break;
+    case AnnotationCommand::MapButtonClick:
+        controller.mapButtonClick();
+        break;
+    default:
+        // The drawing tools, undo and the scrolling capture come with their
+        // own parts of the tool bar.
+        break;
+    }
 }
 
 bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)

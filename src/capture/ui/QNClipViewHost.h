@@ -9,10 +9,8 @@ class QNClipView;
 
 // What the selection's state machine asks of the world, answered by the real
 // overlay: repaints, the pointer, preferences, the crop border, messages.
-// The annotation window, text views, mosaic and multi-window picks are not
-// part of the overlay yet; their calls are accepted and do nothing, except
-// that opening the annotation window is recorded so the machine sees a
-// fixed selection.
+// Text views, strokes and the mosaic are not part of the overlay yet; their
+// calls are accepted and do nothing.
 class QNClipViewHost final : public ClipViewHost
 {
 public:
@@ -36,8 +34,8 @@ public:
     void writePreference(const QString& key, const QVariant& value) override;
     void synchronizePreferences() override;
     void clipViewMouseDown(const ClipMouseEvent& event) override;
-    void enterMultiWindowPick(const ClipMouseEvent&) override {}
-    void toggleMultiWindowPick(const ClipMouseEvent&) override {}
+    void enterMultiWindowPick(const ClipMouseEvent& event) override;
+    void toggleMultiWindowPick(const ClipMouseEvent& event) override;
     void handleMouseEvent(const ClipMouseEvent&, MouseEventPhase) override {}
     void endTextEdit() override {}
     void openTextView() override {}
@@ -45,7 +43,7 @@ public:
     void cropBorderMouseDown(const ClipMouseEvent& event) override;
     void setCropBorderIsCanMove(bool) override {}
     void updateTrackingAreas() override;
-    void changFullImageToMosaicImage() override {}
+    void changFullImageToMosaicImage() override;
     void annotation(AnnotationCommand command) override;
     bool handleColorKey(const ClipKeyEvent& event) override;
     void makeClipViewFirstResponder() override {}

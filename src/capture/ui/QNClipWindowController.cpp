@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/ui/QNClipWindowController.h"
 
+#include "capture/logic/ClipStateMachine.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
+#include "settings/Defaults.h"
+#include "settings/Keys.h"
+
+#include <QTextStream>
 
 namespace capture {
 
@@ -69,6 +74,44 @@ void QNClipWindowController::startAnnotation(bool underMouse)
     if (m_clipView != nullptr)
         m_clipView->clearFullImage();
     m_window->unfreeze();
+}
+
+void QNClipWindowController::startScreenShots()
+{
+    clipScreen();
+}
+
+void QNClipWindowController::clipScreen()
+{
+    if (m_delegate == nullptr || m_clipView == nullptr)
+        return;
+    const core::ScreenLayout& layout = m_delegate->layout();
+    const int chosen = m_state.screenOfScreenShot;
+    if (chosen < 0 || chosen >= layout.count() ||
+        layout.screen(chosen).frame != layout.screen(m_screenIndex).frame)
+        return;
+
+    // The shutter sounds at once, not after the composition; a pin is
+    // silent unless it came from the save button.
+    const settings::Defaults& defaults = m_delegate->defaults();
+    if (defaults.boolForKey(settings::keys::playSoundWhenScreenShots) &&
+        !((m_state.annotatedOnMap || m_state.mapImage) && !m_state.saveButtonClick))
+        m_delegate->clipWindowController(this);
+    m_state.startScreenShot = false;
+    m_state.onlyClipCurrentWindow = m_clipView->machine().onlyClipCurrentWindow();
+
+    const CompositionInput input = m_clipView->compositionInput();
+    FinishedCapture result;
+    result.picture = composeCapture(input);
+    result.screen = m_screenIndex;
+    result.destination = m_state.mapImage      ? FinishDestination::Pin
+                         : m_state.copyToPaste ? FinishDestination::Clipboard
+                                               : FinishDestination::File;
+    const QRectF selection = m_state.currentRectOfAnnotatedImageView.adjusted(6, 6, -6, -6);
+    result.rect = layout.overlayLocalToTopLeft(m_screenIndex, selection);
+    if (result.picture.isNull())
+        QTextStream(stderr) << "kelvo: the selection holds no picture; nothing was kept\n";
+    m_delegate->finishCapture(this, result);
 }
 
 } // namespace capture

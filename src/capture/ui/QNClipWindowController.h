@@ -37,6 +37,11 @@ public:
     // Ends this screen and, through the manager, every other one.
     void cancel();
     void startAnnotation(bool underMouse);
+    // "StartScreenShots" reached this screen: finish the capture here.
+    void startScreenShots();
+    // Makes the final picture and sends it on; does nothing when the
+    // selection is on another screen.
+    void clipScreen();
 
     [[nodiscard]] int screen() const { return m_screenIndex; }
     [[nodiscard]] QNClipWindow* window() const { return m_window; }

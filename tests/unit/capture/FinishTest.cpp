@@ -103,13 +103,15 @@ TEST(MultiWindowPick, hoveredWindowBecomesAPickOfOneWithoutItsShadowRoom)
 namespace {
 
 // A 200x100 screen whose every pixel tells where it is: red = x, green = y
-// counted from the top.
+// counted from the top. As a 24-bit X screen sends it: the alpha byte is 0.
 core::Picture coordinateScreen()
 {
-    QImage image(200, 100, QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < 100; ++y)
+    QImage image(200, 100, QImage::Format_RGB32);
+    for (int y = 0; y < 100; ++y) {
+        auto* row = reinterpret_cast<quint32*>(image.scanLine(y));
         for (int x = 0; x < 200; ++x)
-            image.setPixel(x, y, qRgb(x, y, 7));
+            row[x] = qRgb(x, y, 7) & 0x00ffffffu;
+    }
     return core::Picture::pixelsAsPoints(image);
 }
 
