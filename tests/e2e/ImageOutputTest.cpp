@@ -136,50 +136,7 @@ protected:
         });
     }
 
-    // What the CLIPBOARD selection's owner gives as "image/png".
-    QByteArray clipboardPng()
-    {
-        xcb_connection_t* c = x->connection();
-        auto atom = [c](const char* name) {
-            std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> r(
-                xcb_intern_atom_reply(
-                    c, xcb_intern_atom(c, 0, static_cast<uint16_t>(strlen(name)), name), nullptr),
-                &std::free);
-            return r ? r->atom : xcb_atom_t{XCB_ATOM_NONE};
-        };
-        const xcb_atom_t clipboard = atom("CLIPBOARD");
-        const xcb_atom_t png = atom("image/png");
-        const xcb_atom_t target = atom("KELVO_E2E_CLIP");
-        const xcb_window_t w = xcb_generate_id(c);
-        xcb_create_window(c, XCB_COPY_FROM_PARENT, w, x->root(), 0, 0, 1, 1, 0,
-                          XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
-        xcb_convert_selection(c, w, clipboard, png, target, XCB_CURRENT_TIME);
-        xcb_flush(c);
-        bool notified = false;
-        waitFor(
-            [&] {
-                while (xcb_generic_event_t* ev = xcb_poll_for_event(c)) {
-                    notified = notified || (ev->response_type & 0x7f) == XCB_SELECTION_NOTIFY;
-                    std::free(ev);
-                }
-                return notified;
-            },
-            std::chrono::seconds(5));
-        QByteArray data;
-        if (notified) {
-            std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> r(
-                xcb_get_property_reply(
-                    c, xcb_get_property(c, 1, w, target, XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 26),
-                    nullptr),
-                &std::free);
-            if (r)
-                data = QByteArray(static_cast<const char*>(xcb_get_property_value(r.get())),
-                                  xcb_get_property_value_length(r.get()));
-        }
-        xcb_destroy_window(c, w);
-        xcb_flush(c);
-        return data;
-    }
+    QByteArray clipboardPng() { return x->clipboardPng(); }
 
     TestDesktop desktop;
     std::unique_ptr<XSession> x;

@@ -4,6 +4,8 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QFileInfo>
+#include <QSettings>
 
 namespace e2e {
 
@@ -14,14 +16,46 @@ void CaptureFixture::SetUp()
     ASSERT_TRUE(x->isConnected());
 }
 
+namespace {
+
+bool kelvoOnBus()
+{
+    auto* bus = QDBusConnection::sessionBus().interface();
+    return bus != nullptr && bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+}
+
+} // namespace
+
 void CaptureFixture::startKelvo(QProcessEnvironment env)
 {
     kelvo = std::make_unique<KelvoProcess>(QStringList{}, env);
-    ASSERT_TRUE(waitFor([] {
-        auto* bus = QDBusConnection::sessionBus().interface();
-        return bus != nullptr &&
-               bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
-    })) << kelvo->errors().toStdString();
+    ASSERT_TRUE(waitFor([] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
+}
+
+QString CaptureFixture::confPath() const
+{
+    return desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf");
+}
+
+void CaptureFixture::startKelvoWith(const QMap<QString, QString>& preferences)
+{
+    if (!QFileInfo::exists(confPath())) {
+        startKelvo();
+        ASSERT_TRUE(waitFor([&] {
+            return QSettings(confPath(), QSettings::IniFormat)
+                .contains(QStringLiteral("installTime"));
+        })) << kelvo->errors().toStdString();
+        kelvo.reset();
+        ASSERT_TRUE(waitFor([] { return !kelvoOnBus(); }));
+    }
+    {
+        QSettings conf(confPath(), QSettings::IniFormat);
+        for (auto it = preferences.constBegin(); it != preferences.constEnd(); ++it)
+            conf.setValue(it.key(), it.value());
+        conf.sync();
+        ASSERT_EQ(conf.status(), QSettings::NoError);
+    }
+    startKelvo();
 }
 
 void CaptureFixture::triggerCapture()

@@ -5,6 +5,7 @@
 #include "support/TestDesktop.h"
 #include "support/XSession.h"
 
+#include <QMap>
 #include <QProcessEnvironment>
 
 #include <gtest/gtest.h>
@@ -26,6 +27,10 @@ protected:
 
     // Starts the tray instance and waits until it answers on the bus.
     void startKelvo(QProcessEnvironment env = {});
+    // Kelvo started with these preferences over its first-run values: a
+    // first start writes those, then the given ones go in before the real start.
+    void startKelvoWith(const QMap<QString, QString>& preferences);
+    [[nodiscard]] QString confPath() const;
     // `kelvo gui`, which returns once the instance has taken the request.
     void triggerCapture();
     // Both overlays mapped over their monitors, and the capture holds the

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/XSession.h"
 
+#include "support/TestDesktop.h"
+
 #include <X11/keysym.h>
 #include <xcb/xtest.h>
 
@@ -333,6 +335,62 @@ void XSession::tapKeyWithAlt(const char* keysymName)
     fakeKey(XCB_KEY_RELEASE, code);
     fakeKey(XCB_KEY_RELEASE, alt);
     sync();
+}
+
+void XSession::pressKey(const char* keysymName)
+{
+    fakeKey(XCB_KEY_PRESS, keycodeOf(keysymOf(keysymName)));
+    sync();
+}
+
+void XSession::releaseKey(const char* keysymName)
+{
+    fakeKey(XCB_KEY_RELEASE, keycodeOf(keysymOf(keysymName)));
+    sync();
+}
+
+QByteArray XSession::clipboardPng()
+{
+    xcb_connection_t* c = m_connection;
+    auto atom = [c](const char* name) {
+        std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> r(
+            xcb_intern_atom_reply(
+                c, xcb_intern_atom(c, 0, static_cast<uint16_t>(strlen(name)), name), nullptr),
+            &std::free);
+        return r ? r->atom : xcb_atom_t{XCB_ATOM_NONE};
+    };
+    const xcb_atom_t clipboard = atom("CLIPBOARD");
+    const xcb_atom_t png = atom("image/png");
+    const xcb_atom_t target = atom("KELVO_E2E_CLIP");
+    const xcb_window_t w = xcb_generate_id(c);
+    xcb_create_window(c, XCB_COPY_FROM_PARENT, w, m_root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_convert_selection(c, w, clipboard, png, target, XCB_CURRENT_TIME);
+    xcb_flush(c);
+    bool notified = false;
+    waitFor(
+        [&] {
+            while (xcb_generic_event_t* ev = xcb_poll_for_event(c)) {
+                notified = notified || (ev->response_type & 0x7f) == XCB_SELECTION_NOTIFY;
+                std::free(ev);
+            }
+            return notified;
+        },
+        std::chrono::seconds(5));
+    QByteArray data;
+    if (notified) {
+        std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> r(
+            xcb_get_property_reply(
+                c, xcb_get_property(c, 1, w, target, XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 26),
+                nullptr),
+            &std::free);
+        if (r)
+            data = QByteArray(static_cast<const char*>(xcb_get_property_value(r.get())),
+                              xcb_get_property_value_length(r.get()));
+    }
+    xcb_destroy_window(c, w);
+    xcb_flush(c);
+    return data;
 }
 
 void XSession::toggleCapsLock()

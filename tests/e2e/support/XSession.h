@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QImage>
 #include <QRect>
@@ -46,6 +47,12 @@ public:
     void tapKey(const char* keysymName, bool withShift = false);
     // A key tapped with Alt held, as a hot key is typed.
     void tapKeyWithAlt(const char* keysymName);
+    // Holds a key down, or lets it go (Shift_L while clicking, say).
+    void pressKey(const char* keysymName);
+    void releaseKey(const char* keysymName);
+    // What the CLIPBOARD selection's owner gives as "image/png"; empty when
+    // nobody answers within five seconds.
+    [[nodiscard]] QByteArray clipboardPng();
     // Caps Lock pressed once: the lock toggles on or off.
     void toggleCapsLock();
     // Takes a key as a global hot key of this client, as another program

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Ending a capture as a person does: the tool bar's buttons and the keys
+// that copy and save, a pick of several windows, and what lands on the
+// clipboard and in the save folder.
+#include "support/CaptureFixture.h"
+
+#include "toolbar/logic/ButtonBox.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <QImageReader>
+
+using namespace e2e;
+
+namespace {
+
+const QColor kDesktop(0x80, 0x80, 0x80);
+const QRect kRegion(300, 200, 480, 360);
+
+// Exact pictures: no shadow, no rounded corners.
+const QMap<QString, QString> kPlain{{"needShadowOfnotSingleWindow", "NO"},
+                                    {"needFilletOfnotSingleWindow", "NO"}};
+
+class CaptureFinish : public CaptureFixture
+{
+protected:
+    void SetUp() override
+    {
+        CaptureFixture::SetUp();
+        if (HasFatalFailure())
+            return;
+        x->setRootColor(kDesktop);
+        shots = desktop.path(QStringLiteral("shots"));
+        QDir().mkpath(shots);
+    }
+
+    // A region selected by a drag, with its tool bar shown.
+    void selectRegion()
+    {
+        x->movePointer(250, 150);
+        triggerCapture();
+        ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+        drag(kRegion.topLeft(), kRegion.topLeft() + QPoint(kRegion.width(), kRegion.height()), 12);
+        barrier();
+    }
+
+    QImage clipboardImage()
+    {
+        const QByteArray png = x->clipboardPng();
+        return QImage::fromData(png, "PNG");
+    }
+
+    QStringList savedFiles() const
+    {
+        return QDir(shots).entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Name);
+    }
+
+    QString shots;
+};
+
+QImage opaque(const QImage& image)
+{
+    return image.convertToFormat(QImage::Format_RGB32);
+}
+
+} // namespace
+
+TEST_F(CaptureFinish, CopyButtonPutsExactlyTheFrozenRegionOnTheClipboard)
+{
+    SolidWindow red(*x, QRect(200, 300, 300, 200), Qt::red, QStringLiteral("red"));
+    SolidWindow blue(*x, QRect(600, 100, 300, 300), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(750, 250) == QColor(Qt::blue); }));
+    startKelvoWith(kPlain);
+    const QImage expected = opaque(x->grabRoot(kRegion));
+    selectRegion();
+
+    // The tool bar sits under the selection; its copy button ends the capture.
+    const QRectF bar = toolbar::placeButtonBox(
+        QRectF(kRegion.x(), kRegion.y(), kRegion.width(), kRegion.height()), QSizeF(1920, 1080));
+    const QPoint copy = toolbar::buttonCentre(bar, QStringLiteral("copyToPaste")).toPoint();
+    // Moved away and back: the press lands far from the drag's release.
+    x->movePointer(copy.x() + 1, copy.y());
+    x->movePointer(copy.x(), copy.y());
+    barrier();
+    x->click(1);
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+
+    const QImage copied = clipboardImage();
+    ASSERT_EQ(copied.size(), kRegion.size());
+    EXPECT_EQ(opaque(copied), expected);
+    if (opaque(copied) != expected) {
+        copied.save(QStringLiteral("/tmp/copied.png"));
+        expected.save(QStringLiteral("/tmp/expected.png"));
+    }
+    EXPECT_TRUE(savedFiles().isEmpty());
+}
+
+TEST_F(CaptureFinish, SaveKeyWritesNamedFilesThatNeverReplaceEachOther)
+{
+    SolidWindow green(*x, QRect(350, 250, 200, 150), Qt::green, QStringLiteral("green"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(400, 300) == QColor(Qt::green); }));
+    QMap<QString, QString> prefs = kPlain;
+    prefs.insert(QStringLiteral("pathofSaveScreenShotsPhoto"), shots);
+    prefs.insert(QStringLiteral("formatOfSavePhoto"), QStringLiteral("png"));
+    startKelvoWith(prefs);
+    const QImage expected = opaque(x->grabRoot(kRegion));
+
+    // Space saves; twice the same region, as fast as the overlay allows.
+    for (int i = 1; i <= 2; ++i) {
+        selectRegion();
+        x->tapKey("space");
+        ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+        ASSERT_TRUE(waitFor([&] { return savedFiles().size() == i; }))
+            << savedFiles().join(' ').toStdString() << kelvo->errors().toStdString();
+    }
+    const QStringList files = savedFiles();
+    const QRegularExpression name(
+        QStringLiteral("^Kelvo\\d{4}-\\d{2}-\\d{2}(AM|PM)\\d{2}\\.\\d{2}\\.\\d{2}( 2)?\\.png$"));
+    for (const QString& file : files) {
+        EXPECT_TRUE(name.match(file).hasMatch()) << file.toStdString();
+        QImageReader reader(QDir(shots).filePath(file));
+        EXPECT_EQ(reader.format(), "png");
+        EXPECT_EQ(opaque(reader.read()), expected) << file.toStdString();
+    }
+}
+
+TEST_F(CaptureFinish, ShiftClicksOnTwoWindowsGiveOnePictureOfBoth)
+{
+    SolidWindow red(*x, QRect(200, 200, 300, 200), Qt::red, QStringLiteral("red"));
+    SolidWindow blue(*x, QRect(700, 350, 200, 250), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(800, 450) == QColor(Qt::blue); }));
+    const QRect a = x->frameOf(red.id());
+    const QRect b = x->frameOf(blue.id());
+    startKelvoWith(kPlain);
+    x->movePointer(a.center().x(), a.center().y());
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
+
+    x->movePointer(a.center().x() + 1, a.center().y());
+    barrier();
+    x->pressKey("Shift_L");
+    x->click(1);
+    barrier();
+    // The pick is tinted blue over the red window.
+    ASSERT_TRUE(
+        waitFor([&] { return x->pixel(a.center().x(), a.center().y()) != QColor(Qt::red); }));
+    x->movePointer(b.center().x(), b.center().y());
+    x->movePointer(b.center().x() + 1, b.center().y());
+    barrier();
+    x->click(1);
+    barrier();
+    x->releaseKey("Shift_L");
+    barrier();
+    // Letting Shift go makes one selection of both; Return copies it.
+    x->tapKey("Return");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+
+    const QImage both = clipboardImage();
+    const QRect box = a.united(b);
+    ASSERT_EQ(both.size(), box.size()) << kelvo->errors().toStdString();
+    auto at = [&](QPoint global) { return both.pixelColor(global - box.topLeft()); };
+    EXPECT_EQ(at(a.center()), QColor(Qt::red));
+    EXPECT_EQ(at(b.center()), QColor(Qt::blue));
+    // Between the windows the picture is empty, not the desktop.
+    EXPECT_EQ(at(QPoint(600, 250)).alpha(), 0);
+}
