@@ -316,6 +316,10 @@ std::uint32_t XSession::keysymOf(const char* keysymName)
         return XK_Up;
     if (std::strcmp(keysymName, "Down") == 0)
         return XK_Down;
+    if (std::strcmp(keysymName, "space") == 0)
+        return XK_space;
+    if (std::strcmp(keysymName, "Shift_L") == 0)
+        return XK_Shift_L;
     if (std::strlen(keysymName) == 1)
         return static_cast<unsigned char>(keysymName[0]);
     return 0;
