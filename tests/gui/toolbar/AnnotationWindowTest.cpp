@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The annotation window: the tools' remembered settings, where the tool bar
+// goes, what its finishing buttons set and post, and the preferences it
+// keeps in step.
+#include "capture/logic/CaptureState.h"
+#include "core/MessageBus.h"
+#include "settings/Defaults.h"
+#include "settings/MemoryStore.h"
+#include "toolbar/logic/ButtonBox.h"
+#include "toolbar/logic/DataOfUsers.h"
+#include "toolbar/ui/AnnotatedImageController.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QToolButton>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+using namespace toolbar;
+
+namespace {
+
+struct Bench
+{
+    settings::MemoryStore store;
+    settings::Defaults defaults{store};
+    core::MessageBus bus;
+    capture::CaptureState state;
+    AnnotatedImageController controller{state, defaults, bus};
+    QStringList posted;
+    QWidget overlay;
+
+    Bench()
+    {
+        QObject::connect(&bus, &core::MessageBus::message,
+                         [this](const QString& name) { posted << name; });
+        overlay.resize(1920, 1080);
+        overlay.show();
+    }
+    void open(QRectF selection = QRectF(300, 200, 480, 360))
+    {
+        controller.openWindow(&overlay, [selection] { return selection; });
+    }
+    // Posted messages arrive on the next turn of the loop.
+    void settle()
+    {
+        QElapsedTimer t;
+        t.start();
+        while (t.elapsed() < 150)
+            QCoreApplication::processEvents();
+    }
+};
+
+} // namespace
+
+TEST(DataOfUsers, firstStartKeepsDefaultsInMemoryUntilTheWindowCloses)
+{
+    Bench b;
+    b.open();
+    const DataOfUsers& data = b.controller.dataOfUsers();
+    EXPECT_EQ(data.data().size(), 9);
+    EXPECT_EQ(data.size(QStringLiteral("line")), 16);
+    EXPECT_EQ(data.size(QStringLiteral("highlight")), 20);
+    EXPECT_EQ(data.color(QStringLiteral("note")), QColor(Qt::red));
+    EXPECT_FALSE(b.defaults.contains(QStringLiteral("DataOfUsers")));
+
+    b.controller.dataOfUsers().setValue(QStringLiteral("arrow"), QStringLiteral("size"),
+                                        QStringLiteral("12"));
+    b.controller.closeWindow();
+    DataOfUsers reread;
+    reread.getUsersData(b.defaults);
+    EXPECT_EQ(reread.size(QStringLiteral("arrow")), 12); // a size stored as a string
+    EXPECT_EQ(reread.size(QStringLiteral("square")), 3);
+    EXPECT_EQ(reread.color(QStringLiteral("square")), QColor(Qt::red));
+}
+
+TEST(DataOfUsers, changesReplaceAToolsDictionaryAndOddValuesReadAsAbsent)
+{
+    DataOfUsers data;
+    settings::MemoryStore store;
+    settings::Defaults defaults(store);
+    defaults.setObject(QStringLiteral("DataOfUsers"),
+                       QVariantMap{{"text", QVariantMap{{"size", "big"}}}});
+    data.getUsersData(defaults);
+    EXPECT_EQ(data.size(QStringLiteral("text")), 0);
+    EXPECT_FALSE(data.color(QStringLiteral("text")).isValid());
+    EXPECT_EQ(data.size(QStringLiteral("square")), 0); // a tool missing from the store
+
+    const QVariantMap before = data.tool(QStringLiteral("text"));
+    data.setValue(QStringLiteral("text"), QStringLiteral("colorAlpha"), 0.5);
+    EXPECT_FALSE(before.contains(QStringLiteral("colorAlpha")));
+    EXPECT_EQ(data.tool(QStringLiteral("text")).value(QStringLiteral("size")), QVariant("big"));
+    EXPECT_DOUBLE_EQ(
+        data.tool(QStringLiteral("text")).value(QStringLiteral("colorAlpha")).toDouble(), 0.5);
+}
+
+TEST(ButtonBox, goesUnderTheSelectionThenAboveThenInside)
+{
+    const QSizeF screen(1920, 1080);
+    const QSizeF size = buttonBoxSize();
+    const QRectF under = placeButtonBox(QRectF(300, 200, 480, 360), screen);
+    EXPECT_EQ(under.topLeft(), QPointF(780 - size.width(), 560 + kButtonBoxGap));
+    // No room below: above the selection.
+    const QRectF above = placeButtonBox(QRectF(300, 700, 480, 370), screen);
+    EXPECT_EQ(above.top(), 700 - kButtonBoxGap - size.height());
+    // No room either way: inside the bottom edge.
+    const QRectF inside = placeButtonBox(QRectF(300, 10, 480, 1060), screen);
+    EXPECT_EQ(inside.bottom(), 1070 - kButtonBoxGap);
+    // A small selection at the left edge keeps the bar on the screen.
+    EXPECT_EQ(placeButtonBox(QRectF(0, 100, 40, 40), screen).left(), 0);
+    // Button centres run left to right in the table's order.
+    EXPECT_LT(buttonCentre(under, QStringLiteral("square")).x(),
+              buttonCentre(under, QStringLiteral("copyToPaste")).x());
+    EXPECT_EQ(buttonCentre(under, QStringLiteral("copyToPaste")).x(),
+              under.right() - kButtonSpacing - kButtonSize / 2);
+}
+
+TEST(AnnotatedImageController, opensItsBarUnderTheSelectionAndClosesIt)
+{
+    Bench b;
+    b.open();
+    ClipToolBar* bar = b.controller.toolBar();
+    ASSERT_NE(bar, nullptr);
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->parentWidget(), &b.overlay);
+    EXPECT_EQ(QRectF(bar->geometry()),
+              placeButtonBox(QRectF(300, 200, 480, 360), QSizeF(1920, 1080)));
+    EXPECT_TRUE(b.state.clipToolbarWindowOpened);
+    EXPECT_TRUE(b.controller.barContains(b.overlay.mapToGlobal(bar->geometry().center())));
+
+    b.bus.send(QStringLiteral("hiddenButtonOfClipToolbarWindow"));
+    EXPECT_FALSE(bar->isVisible());
+    b.bus.send(QStringLiteral("unhiddenButtonOfClipToolbarWindow"));
+    EXPECT_TRUE(bar->isVisible());
+
+    b.controller.closeWindow();
+    EXPECT_FALSE(b.state.clipToolbarWindowOpened);
+    EXPECT_EQ(bar->parentWidget(), nullptr);
+    EXPECT_FALSE(b.controller.barContains(QPoint(500, 580)));
+}
+
+TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
+{
+    Bench b;
+    b.open();
+    b.controller.toolBar()->button(QStringLiteral("save"))->click();
+    EXPECT_TRUE(b.state.saveButtonClick);
+    EXPECT_FALSE(b.state.copyToPaste);
+    EXPECT_TRUE(b.state.startScreenShot);
+    EXPECT_FALSE(b.controller.toolBar()->isVisible());
+    b.settle();
+    EXPECT_EQ(b.posted, QStringList{"StartScreenShots"});
+
+    b.open();
+    EXPECT_FALSE(b.state.saveButtonClick); // a new capture's window starts clean
+    b.controller.toolBar()->button(QStringLiteral("copyToPaste"))->click();
+    EXPECT_TRUE(b.state.copyToPaste);
+
+    b.open();
+    b.controller.toolBar()->button(QStringLiteral("map"))->click();
+    EXPECT_TRUE(b.state.mapImage);
+    EXPECT_FALSE(b.state.saveButtonClick); // a pin, not a save
+
+    // The pin flag outlives the close for the finish, then goes.
+    b.controller.closeWindow();
+    EXPECT_TRUE(b.state.mapImage);
+    b.settle();
+    EXPECT_FALSE(b.state.mapImage);
+
+    b.posted.clear();
+    b.open();
+    b.controller.toolBar()->button(QStringLiteral("cancel"))->click();
+    b.settle();
+    EXPECT_EQ(b.posted, QStringList{"cancelScreenShot"});
+
+    // The drawing tools are there but end nothing.
+    b.posted.clear();
+    b.controller.toolBar()->button(QStringLiteral("arrow"))->click();
+    b.settle();
+    EXPECT_TRUE(b.posted.isEmpty());
+}
+
+TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)
+{
+    Bench b;
+    // Both off at the first load: the first of each pair is turned on.
+    b.open();
+    EXPECT_TRUE(b.defaults.boolForKey(QStringLiteral("selectedGaussianBlured")));
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedMosaic")));
+    EXPECT_TRUE(b.defaults.boolForKey(QStringLiteral("ellipseOfHighlight")));
+
+    // Turning one on turns its partner off; the echo of that write does not
+    // swallow the next real change.
+    b.defaults.setBool(QStringLiteral("selectedMosaic"), true);
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedGaussianBlured")));
+    b.defaults.setBool(QStringLiteral("selectedGaussianBlured"), true);
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedMosaic")));
+    b.defaults.setBool(QStringLiteral("squareOfHighlight"), true);
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("ellipseOfHighlight")));
+
+    b.defaults.setObject(QStringLiteral("saveShortcut"), QStringLiteral("K"));
+    EXPECT_EQ(b.defaults.dictionaryForKey(QStringLiteral("shortcutOfButton"))
+                  .value(QStringLiteral("saveShortcut")),
+              QVariant(QStringLiteral("K")));
+}
