@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QImage>
 #include <QImageReader>
+#include <QProcess>
+#include <QRegularExpression>
 
 using namespace e2e;
 
@@ -45,9 +47,15 @@ protected:
         barrier();
     }
 
+    // The overlays go before the picture is handed on, so the clipboard
+    // may still be empty when they are seen gone.
     QImage clipboardImage()
     {
-        const QByteArray png = x->clipboardPng();
+        QByteArray png;
+        waitFor([&] {
+            png = x->clipboardPng();
+            return !png.isEmpty();
+        });
         return QImage::fromData(png, "PNG");
     }
 
@@ -160,4 +168,55 @@ TEST_F(CaptureFinish, ShiftClicksOnTwoWindowsGiveOnePictureOfBoth)
     EXPECT_EQ(at(b.center()), QColor(Qt::blue));
     // Between the windows the picture is empty, not the desktop.
     EXPECT_EQ(at(QPoint(600, 250)).alpha(), 0);
+}
+
+TEST_F(CaptureFinish, AClickedWindowIsSavedWholeInsideItsShadow)
+{
+    SolidWindow red(*x, QRect(400, 300, 300, 200), Qt::red, QStringLiteral("red"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(550, 420) == QColor(Qt::red); }));
+    const QRect frame = x->frameOf(red.id());
+    // The finish draws the window's frozen picture inside room for its shadow.
+    startKelvoWith({{"pathofSaveScreenShotsPhoto", shots},
+                    {"formatOfSavePhoto", "png"},
+                    {"needShadowOfnotSingleWindow", "YES"},
+                    {"sizeOfShadow", "18"}});
+    const QImage window = opaque(x->grabRoot(frame));
+    x->movePointer(frame.center().x(), frame.center().y());
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
+    x->movePointer(frame.center().x() + 1, frame.center().y());
+    barrier();
+    x->click(1);
+    barrier();
+    x->tapKey("space");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+    ASSERT_TRUE(waitFor([&] { return savedFiles().size() == 1; })) << kelvo->errors().toStdString();
+
+    const QImage saved(QDir(shots).filePath(savedFiles().front()));
+    ASSERT_EQ(saved.size(), frame.size() + QSize(36, 36));
+    EXPECT_EQ(opaque(saved.copy(QRect(QPoint(18, 18), frame.size()))), window);
+    // The margin holds a soft shadow: some cover near the window, none at the corner.
+    EXPECT_GT(saved.pixelColor(9, 18 + frame.height() / 2).alpha(), 0);
+    EXPECT_LT(saved.pixelColor(9, 18 + frame.height() / 2).alpha(), 255);
+    EXPECT_EQ(saved.pixelColor(0, 0).alpha(), 0);
+}
+
+TEST_F(CaptureFinish, GuiWithAPathWaitsForTheFinishAndPrintsTheFile)
+{
+    startKelvoWith(kPlain);
+    const QImage expected = opaque(x->grabRoot(kRegion));
+    x->movePointer(250, 150);
+    QProcess gui;
+    gui.start(kelvoBinary(), {QStringLiteral("gui"), QStringLiteral("-p"), shots});
+    ASSERT_TRUE(gui.waitForStarted(10000));
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    drag(kRegion.topLeft(), kRegion.topLeft() + QPoint(kRegion.width(), kRegion.height()), 12);
+    barrier();
+    // Return would copy; with -p the request decides: the picture goes to the folder.
+    x->tapKey("Return");
+    ASSERT_TRUE(gui.waitForFinished(30000));
+    EXPECT_EQ(gui.exitCode(), 0) << gui.readAllStandardError().toStdString();
+    const QString path = QString::fromLocal8Bit(gui.readAllStandardOutput()).trimmed();
+    ASSERT_TRUE(path.startsWith(shots)) << path.toStdString();
+    EXPECT_EQ(opaque(QImage(path)), expected);
 }
