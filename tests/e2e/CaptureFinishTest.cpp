@@ -220,3 +220,14 @@ TEST_F(CaptureFinish, GuiWithAPathWaitsForTheFinishAndPrintsTheFile)
     ASSERT_TRUE(path.startsWith(shots)) << path.toStdString();
     EXPECT_EQ(opaque(QImage(path)), expected);
 }
+
+TEST_F(CaptureFinish, APinBeforePinsExistKeepsThePictureOnTheClipboard)
+{
+    startKelvoWith(kPlain);
+    const QImage expected = opaque(x->grabRoot(kRegion));
+    selectRegion();
+    x->tapKey("t");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+    EXPECT_EQ(opaque(clipboardImage()), expected);
+    EXPECT_TRUE(waitFor([&] { return kelvo->errors().contains(QStringLiteral("pins")); }));
+}
