@@ -311,6 +311,13 @@ std::optional<MonitorEventType> monitorTypeOf(const QEvent* event)
     }
 }
 
+bool isPointerEvent(const QEvent* event)
+{
+    const QEvent::Type t = event->type();
+    return t == QEvent::MouseMove || t == QEvent::MouseButtonPress ||
+           t == QEvent::MouseButtonRelease || t == QEvent::MouseButtonDblClick;
+}
+
 ClipMouseEvent clipMouseEvent(const QEvent* event, QPointF local)
 {
     const auto* mouse = static_cast<const QMouseEvent*>(event);
@@ -327,9 +334,7 @@ ClipMouseEvent clipMouseEvent(const QEvent* event, QPointF local)
 QPointF QNClipScreenManager::pointerOf(const QEvent* event) const
 {
     // Mouse events carry where the pointer was; keys ask for where it is.
-    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress ||
-        event->type() == QEvent::MouseButtonRelease ||
-        event->type() == QEvent::MouseButtonDblClick) {
+    if (isPointerEvent(event)) {
         const QPointF origin =
             m_screens.empty() ? QPointF() : QPointF(m_screens.front()->geometry().topLeft());
         return static_cast<const QMouseEvent*>(event)->globalPosition() - origin;
@@ -352,9 +357,7 @@ bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
     const std::optional<MonitorEventType> type = monitorTypeOf(event);
     if (!type)
         return false;
-    if (event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonPress ||
-        event->type() == QEvent::MouseButtonRelease ||
-        event->type() == QEvent::MouseButtonDblClick) {
+    if (isPointerEvent(event)) {
         // Over the tool bar the buttons take the pointer themselves.
         const QPointF global = static_cast<const QMouseEvent*>(event)->globalPosition();
         mouseOnButton = m_annotation->barContains(global.toPoint());
