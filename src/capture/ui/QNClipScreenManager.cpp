@@ -49,6 +49,36 @@ QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
 QNClipScreenManager::~QNClipScreenManager()
 {
     qApp->removeEventFilter(this);
+    // While the pooled windows the controllers borrowed still exist.
+    clearClipWindowControllerArray();
+    m_retired.clear();
+}
+
+QNClipScreenManager::HandlerScope::HandlerScope(QNClipScreenManager& manager)
+    : m_manager(manager)
+{
+    ++m_manager.m_handlerDepth;
+}
+
+QNClipScreenManager::HandlerScope::~HandlerScope()
+{
+    if (--m_manager.m_handlerDepth == 0 && !m_manager.m_retired.empty())
+        m_manager.releaseRetired();
+}
+
+void QNClipScreenManager::releaseRetired()
+{
+    // Always from the event loop: even the outermost handler's caller may
+    // still hold a view of the capture (a widget's own event handler).
+    if (m_releaseQueued)
+        return;
+    m_releaseQueued = true;
+    QTimer::singleShot(0, this, [this] {
+        m_releaseQueued = false;
+        if (m_handlerDepth > 0)
+            return; // the handler's scope queues it again as it ends
+        m_retired.clear();
+    });
 }
 
 QVariantMap QNClipScreenManager::shortcutOfButton() const
@@ -66,6 +96,7 @@ void QNClipScreenManager::claimScreen(int screen)
 
 void QNClipScreenManager::onMessage(const QString& name)
 {
+    const HandlerScope scope(*this);
     if (name == QLatin1String(core::MessageBus::CancelScreenShot))
         cancelScreenShot();
     else if (name == QLatin1String(core::MessageBus::StartAnnotation))
@@ -205,8 +236,11 @@ void QNClipScreenManager::clearClipWindowControllerArray()
     for (auto& controller : m_controllers) {
         controller->clearDelegate();
         controller->endCapture();
+        m_retired.push_back(std::move(controller));
     }
     m_controllers.clear();
+    if (!m_retired.empty())
+        releaseRetired();
 }
 
 void QNClipScreenManager::endAll()
@@ -349,6 +383,7 @@ bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
     auto* window = qobject_cast<QWindow*>(watched);
     if (window == nullptr || !m_isWorking)
         return false;
+    const HandlerScope scope(*this);
     bool ours = false;
     for (const auto& c : m_controllers)
         ours = ours || (c->window() != nullptr && c->window()->windowHandle() == window);
@@ -374,7 +409,8 @@ bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
     gates.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
     gates.pointerRole = m_state.pointerRole;
     const EventMonitorTable table(m_layout);
-    // Copy the list: an action may end the capture and empty it.
+    // Copy the list: an action may end the capture and empty it; the ended
+    // controllers are retired, not destroyed, while this filter runs.
     std::vector<QNClipWindowController*> controllers;
     for (const auto& c : m_controllers)
         controllers.push_back(c.get());

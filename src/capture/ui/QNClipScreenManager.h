@@ -142,8 +142,25 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // Marks a stretch in which the capture's objects may be on the stack:
+    // the event filter and the message handlers. An ending inside one
+    // retires the controllers and their views instead of destroying them;
+    // they go once the outermost stretch has returned to the event loop.
+    class HandlerScope
+    {
+    public:
+        explicit HandlerScope(QNClipScreenManager& manager);
+        ~HandlerScope();
+        HandlerScope(const HandlerScope&) = delete;
+        HandlerScope& operator=(const HandlerScope&) = delete;
+
+    private:
+        QNClipScreenManager& m_manager;
+    };
+
     void onMessage(const QString& name);
     void endAll();
+    void releaseRetired();
     [[nodiscard]] QNClipWindowController* controllerForScreen(int screen) const;
     [[nodiscard]] QPointF pointerOf(const QEvent* event) const;
     void perform(MonitorAction action, QNClipWindowController* controller, QPointF local,
@@ -160,6 +177,10 @@ private:
     core::ScreenLayout m_layout;
     std::vector<QScreen*> m_screens; // Qt's screens in layout order
     std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;
+    // Controllers of ended captures, kept until no handler can use them.
+    std::vector<std::unique_ptr<QNClipWindowController>> m_retired;
+    int m_handlerDepth = 0;
+    bool m_releaseQueued = false;
     OverlayWindowPool m_windowPool;
     std::unique_ptr<toolbar::AnnotatedImageController> m_annotation;
     std::vector<QMetaObject::Connection> m_captureConnections;

@@ -22,6 +22,8 @@ QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate, Ca
 QNClipWindowController::~QNClipWindowController()
 {
     endCapture();
+    // The window may already be gone with its children.
+    delete m_endedView.data();
 }
 
 void QNClipWindowController::startCaptureWithScreen(int screenIndex, QNClipWindow* window,
@@ -46,8 +48,12 @@ void QNClipWindowController::endCapture()
         m_window->releaseMouse();
         m_window->hide();
         m_window->setBackgroundPicture(QImage());
-        if (m_clipView != nullptr)
-            m_clipView->deleteLater();
+        // The view may be deep in its own handling of the event that ended
+        // the capture: it is hidden now and goes with this controller.
+        if (m_clipView != nullptr) {
+            m_clipView->hide();
+            m_endedView = m_clipView;
+        }
         m_window = nullptr;
         m_clipView = nullptr;
     }

@@ -59,6 +59,7 @@ private:
     int m_screenIndex = -1;
     QNClipWindow* m_window = nullptr; // lent by the manager for one capture
     QNClipView* m_clipView = nullptr; // child of m_window
+    QPointer<QNClipView> m_endedView; // hidden since the end, deleted with this
 };
 
 } // namespace capture

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A capture ended from inside one of its own handlers: what the handler is
+// still using outlives it, and nothing of the capture outlives the next
+// turn of the event loop.
+#include "capture/logic/CaptureState.h"
+#include "capture/ui/QNClipScreenManager.h"
+#include "capture/ui/QNClipView.h"
+#include "capture/ui/QNClipWindowController.h"
+#include "colour/logic/ColorReadoutState.h"
+#include "core/MessageBus.h"
+#include "platform/null/FakeWindowServer.h"
+#include "platform/null/NullServices.h"
+#include "settings/Defaults.h"
+#include "settings/MemoryStore.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+
+#include <algorithm>
+
+#include <gtest/gtest.h>
+
+using namespace capture;
+
+namespace {
+
+class CaptureEnding : public ::testing::Test
+{
+protected:
+    CaptureEnding()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        windows.layout = core::ScreenLayout({{QStringLiteral("offscreen"), QRectF(screen), 1.0}});
+        windows.desktop = QImage(screen.size(), QImage::Format_ARGB32);
+        windows.desktop.fill(Qt::darkGray);
+        pointer.at = QPointF(100, 100);
+    }
+
+    // The controllers of the running capture, watched.
+    std::vector<QPointer<QNClipWindowController>> watchControllers()
+    {
+        std::vector<QPointer<QNClipWindowController>> out;
+        for (const auto& c : manager.controllers())
+            out.emplace_back(c.get());
+        return out;
+    }
+
+    static void turnEventLoop()
+    {
+        for (int i = 0; i < 3; ++i)
+            QCoreApplication::processEvents();
+    }
+
+    CaptureState state;
+    platform::null::FakeWindowServer windows;
+    platform::null::FixedPointer pointer;
+    platform::null::CountingSoundPlayer sound;
+    core::MessageBus bus;
+    settings::MemoryStore store;
+    settings::Defaults defaults{store};
+    colour::ColorReadoutState readout;
+    QNClipScreenManager manager{
+        {state, windows, pointer, sound, bus, defaults, readout, [] { return QVariantMap(); }}};
+};
+
+} // namespace
+
+TEST_F(CaptureEnding, AnEndingInsideAMessageHandlerRetiresTheControllersUntilItReturns)
+{
+    manager.startCapture();
+    ASSERT_TRUE(manager.isWorking());
+    auto watched = watchControllers();
+    ASSERT_FALSE(watched.empty());
+    QPointer<QNClipView> view = manager.controllers().front()->clipView();
+    ASSERT_FALSE(view.isNull());
+
+    // A receiver of the ending that runs inside the cancel's message
+    // handler, as code returning into a key handler would.
+    bool sawEnd = false;
+    const auto connection = QObject::connect(&manager, &QNClipScreenManager::captureEnded, [&] {
+        sawEnd = true;
+        EXPECT_TRUE(manager.controllers().empty());
+        for (const auto& c : watched)
+            EXPECT_FALSE(c.isNull()) << "a controller went while a handler could still use it";
+        EXPECT_FALSE(view.isNull());
+        EXPECT_TRUE(view->isHidden());
+    });
+    bus.send(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    QObject::disconnect(connection);
+    EXPECT_TRUE(sawEnd);
+    EXPECT_FALSE(manager.isWorking());
+
+    turnEventLoop();
+    for (const auto& c : watched)
+        EXPECT_TRUE(c.isNull()) << "an ended capture's controller outlived the event loop's turn";
+    EXPECT_TRUE(view.isNull());
+}
+
+TEST_F(CaptureEnding, AnEventLoopSpunInsideTheEndingHandlerDoesNotFreeTheCapture)
+{
+    // A receiver of the ending spins an event loop of its own before it
+    // returns, as a dialog would: the retired objects must survive that
+    // inner loop, and go once the outer handler has returned.
+    manager.startCapture();
+    auto watched = watchControllers();
+    ASSERT_FALSE(watched.empty());
+    int aliveAfterInnerLoop = -1;
+    const auto connection = QObject::connect(&manager, &QNClipScreenManager::captureEnded, [&] {
+        turnEventLoop();
+        aliveAfterInnerLoop = static_cast<int>(std::count_if(
+            watched.begin(), watched.end(), [](const auto& c) { return !c.isNull(); }));
+    });
+    bus.send(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    QObject::disconnect(connection);
+    EXPECT_EQ(aliveAfterInnerLoop, static_cast<int>(watched.size()));
+    turnEventLoop();
+    for (const auto& c : watched)
+        EXPECT_TRUE(c.isNull());
+
+    // And the next capture starts clean.
+    manager.startCapture();
+    EXPECT_TRUE(manager.isWorking());
+    EXPECT_EQ(manager.controllers().size(), watched.size());
+    manager.cancelScreenShot();
+    turnEventLoop();
+}
