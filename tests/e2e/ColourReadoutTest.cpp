@@ -9,6 +9,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSettings>
 
 using namespace e2e;
 
@@ -115,4 +116,84 @@ TEST_F(ColourReadout, ZCopiesTheCustomFormat)
     captureOverColour();
     ASSERT_FALSE(HasFatalFailure());
     pressAndExpectOnClipboard("z", QStringLiteral("R255 G0 B64"));
+}
+
+namespace {
+
+// Kelvo's visible window titled "Kelvo" (the format dialog), 0 when none.
+QString formatDialogOf(qint64 pid)
+{
+    QProcess xdotool;
+    xdotool.start(QStringLiteral("xdotool"),
+                  {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                   QStringLiteral("--pid"), QString::number(pid), QStringLiteral("--name"),
+                   QStringLiteral("^Kelvo$")});
+    xdotool.waitForFinished(5000);
+    return QString::fromLatin1(xdotool.readAllStandardOutput()).trimmed().section(u'\n', 0, 0);
+}
+
+// Gives the dialog the keyboard as a click on it would, and waits for it.
+bool focusWindow(const QString& id)
+{
+    return QProcess::execute(QStringLiteral("xdotool"),
+                             {QStringLiteral("windowactivate"), QStringLiteral("--sync"), id}) == 0;
+}
+
+} // namespace
+
+TEST_F(ColourReadout, ZOnAFreshInstallAsksForAFormatAfterTheCaptureAndKelvoLivesOn)
+{
+    // No format stored, as after a first start: Z asks for one.
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    ASSERT_FALSE(QSettings(confPath(), QSettings::IniFormat)
+                     .contains(QStringLiteral("customizeColorString")));
+    x->tapKey("z");
+    QString dialog;
+    ASSERT_TRUE(waitFor([&] { return !(dialog = formatDialogOf(kelvo->pid())).isEmpty(); }))
+        << kelvo->errors().toStdString();
+    // The overlays went first; the dialog is on its own.
+    EXPECT_TRUE(overlaysGone());
+    EXPECT_TRUE(kelvo->isRunning());
+    ASSERT_TRUE(focusWindow(dialog));
+    x->tapKey("Return"); // OK keeps the offered template
+    ASSERT_TRUE(waitFor([&] { return formatDialogOf(kelvo->pid()).isEmpty(); }));
+    const QString stored =
+        QStringLiteral("[NSColor colorWithRed:_R/255.0 green:_G/255.0 blue:_B/255.0 alpha:1.0];");
+    EXPECT_TRUE(waitFor([&] {
+        return QSettings(confPath(), QSettings::IniFormat)
+                   .value(QStringLiteral("customizeColorString"))
+                   .toString() == stored;
+    }));
+
+    // The tray process captures again, and Z now copies in that format.
+    x->movePointer(600, 420);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->movePointer(601, 421);
+    barrier();
+    pressAndExpectOnClipboard(
+        "z",
+        QStringLiteral("[NSColor colorWithRed:255/255.0 green:0/255.0 blue:64/255.0 alpha:1.0];"));
+
+    // Shift+Z asks again even with a format; a cancelled dialog keeps it.
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->tapKey("z", true);
+    ASSERT_TRUE(waitFor([&] { return !(dialog = formatDialogOf(kelvo->pid())).isEmpty(); }))
+        << kelvo->errors().toStdString();
+    EXPECT_TRUE(overlaysGone());
+    ASSERT_TRUE(focusWindow(dialog));
+    x->tapKey("Escape");
+    ASSERT_TRUE(waitFor([&] { return formatDialogOf(kelvo->pid()).isEmpty(); }));
+    EXPECT_EQ(QSettings(confPath(), QSettings::IniFormat)
+                  .value(QStringLiteral("customizeColorString"))
+                  .toString(),
+              stored);
+
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+    EXPECT_TRUE(kelvo->isRunning()) << kelvo->errors().toStdString();
 }

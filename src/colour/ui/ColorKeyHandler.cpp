@@ -4,6 +4,8 @@
 #include "colour/ui/CustomColorFormatDialog.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
+#include <QTimer>
 
 namespace colour {
 
@@ -26,15 +28,23 @@ bool handleColorKey(int key, Qt::KeyboardModifiers modifiers, const ColorReadout
     case ColorKeyAction::OpenFormatDialog: {
         if (host.cancelCapture)
             host.cancelCapture();
-        std::optional<QString> format;
-        if (host.askFormat) {
-            format = host.askFormat();
-        } else {
-            CustomColorFormatDialog dialog;
-            format = dialog.ask();
-        }
-        if (format && host.storeCustomizeColorString)
-            host.storeCustomizeColorString(*format);
+        // Only copies of the host's functions go along: the host itself
+        // belongs to the key handling, which is over when the task runs.
+        auto ask = [askFormat = host.askFormat, store = host.storeCustomizeColorString] {
+            std::optional<QString> format;
+            if (askFormat) {
+                format = askFormat();
+            } else {
+                CustomColorFormatDialog dialog;
+                format = dialog.ask();
+            }
+            if (format && store)
+                store(*format);
+        };
+        if (host.runAfterCapture)
+            host.runAfterCapture(std::move(ask));
+        else
+            QTimer::singleShot(0, QCoreApplication::instance(), std::move(ask));
         return true;
     }
     }

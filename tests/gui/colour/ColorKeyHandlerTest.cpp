@@ -10,6 +10,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <functional>
+#include <vector>
+
 using namespace colour;
 
 namespace {
@@ -18,6 +21,7 @@ struct Recorder
 {
     QStringList events;
     std::optional<QString> answer;
+    std::vector<std::function<void()>> later;
 
     ColorKeyHost host()
     {
@@ -26,7 +30,20 @@ struct Recorder
                 [this] {
                     events << QStringLiteral("ask");
                     return answer;
+                },
+                [this](std::function<void()> task) {
+                    events << QStringLiteral("later");
+                    later.push_back(std::move(task));
                 }};
+    }
+
+    // What the event loop does once the key's handling has returned.
+    void runLater()
+    {
+        auto tasks = std::move(later);
+        later.clear();
+        for (auto& task : tasks)
+            task();
     }
 };
 
@@ -70,17 +87,26 @@ TEST(ColorKeyHandler, ZCopiesTheCustomFormatAndShiftZAsksAfterTheCaptureHasGone)
     EXPECT_EQ(clipboard.text(), QStringLiteral("200/30/60/200"));
     EXPECT_EQ(r.events, QStringList{QStringLiteral("cancel")});
 
+    // The dialog is asked for only after the key's handling has returned,
+    // never from inside it.
     r.events.clear();
     r.answer = QStringLiteral("(_R _G _B)");
     EXPECT_TRUE(handleColorKey(Qt::Key_Z, Qt::ShiftModifier, state, format, clipboard, r.host()));
-    EXPECT_EQ(r.events, (QStringList{QStringLiteral("cancel"), QStringLiteral("ask"),
-                                     QStringLiteral("store (_R _G _B)")}));
+    EXPECT_EQ(r.events, (QStringList{QStringLiteral("cancel"), QStringLiteral("later")}));
+    r.runLater();
+    EXPECT_EQ(r.events, (QStringList{QStringLiteral("cancel"), QStringLiteral("later"),
+                                     QStringLiteral("ask"), QStringLiteral("store (_R _G _B)")}));
 
+    // A fresh install has no format: plain Z asks too; a cancelled dialog
+    // stores nothing.
     r.events.clear();
     r.answer.reset();
     EXPECT_TRUE(
         handleColorKey(Qt::Key_Z, Qt::NoModifier, state, std::nullopt, clipboard, r.host()));
-    EXPECT_EQ(r.events, (QStringList{QStringLiteral("cancel"), QStringLiteral("ask")}));
+    EXPECT_EQ(r.events, (QStringList{QStringLiteral("cancel"), QStringLiteral("later")}));
+    r.runLater();
+    EXPECT_EQ(r.events, (QStringList{QStringLiteral("cancel"), QStringLiteral("later"),
+                                     QStringLiteral("ask")}));
 }
 
 TEST(ColorKeyHandler, OtherKeysAreLeftAlone)
