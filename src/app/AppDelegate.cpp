@@ -413,6 +413,8 @@ void AppDelegate::registerAllHotKey()
     m_hotKeys->setAction(HotKeyAction::RecordScreenClicked, [this] { recordScreenClicked(); });
     m_hotKeys->setAction(HotKeyAction::StopRecorder, [this] { m_captureActions->stopRecorder(); });
     m_hotKeys->registerAllHotKey();
+    if (m_bus != nullptr)
+        m_bus->setHotKeyReport([this] { return m_hotKeys->hotKeyReport(); });
 }
 
 void AppDelegate::setStatusItemVisible(bool visible)

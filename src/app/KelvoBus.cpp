@@ -194,6 +194,11 @@ QString KelvoBus::Version()
     return QCoreApplication::applicationVersion();
 }
 
+QVariantMap KelvoBus::HotKeys()
+{
+    return m_hotKeyReport ? m_hotKeyReport() : QVariantMap();
+}
+
 void KelvoBus::onBroadcastScreenShots()
 {
     Q_EMIT regionalScreenshotsRequested();

@@ -53,6 +53,11 @@ public:
     // captureDone(), captureCancelled() or captureFailed() with the id.
     using CaptureHandler = std::function<QString(uint id, const CaptureRequest& request)>;
     void setCaptureHandler(CaptureHandler handler) { m_captureHandler = std::move(handler); }
+    // Who answers HotKeys.
+    void setHotKeyReport(std::function<QVariantMap()> report)
+    {
+        m_hotKeyReport = std::move(report);
+    }
 
     // The ends of a requested capture, broadcast on the bus as the signals
     // CaptureDone(u id, s path) ("" when nothing was written),
@@ -74,6 +79,10 @@ public Q_SLOTS:
     // (b), "delay" (milliseconds), "lastRegion" (b: the previous area at
     // once). A bad option or a refused request is a D-Bus error.
     uint Capture(const QVariantMap& options);
+    // Each global hot key's identifier with how its grab went
+    // ("registered", "held" by another program, …); empty until the keys
+    // have been taken at start, which scripts can wait for.
+    QVariantMap HotKeys();
 
 Q_SIGNALS:
     void regionalScreenshotsRequested();
@@ -90,6 +99,7 @@ private:
     output::ImageOutput* m_output = nullptr;
     std::shared_ptr<OwnOutput> m_ownOutput;
     CaptureHandler m_captureHandler;
+    std::function<QVariantMap()> m_hotKeyReport;
     uint m_lastCaptureId = 0;
 };
 

@@ -32,7 +32,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr std::uint16_t kAlt = 0x08; // Mod1
 const QString kService = QStringLiteral("org.kelvo.Kelvo");
 const QString kPath = QStringLiteral("/org/kelvo/Kelvo");
 const QString kInterface = QStringLiteral("org.kelvo.Kelvo");
@@ -184,9 +183,15 @@ protected:
         }
         kelvo = std::make_unique<KelvoProcess>();
         ASSERT_TRUE(pumpUntil([&] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
-        // The hot keys are taken once Kelvo has started.
-        ASSERT_TRUE(waitFor([&] { return altKeyHeldElsewhere("z") && altKeyHeldElsewhere("x"); }))
-            << kelvo->errors().toStdString();
+        // Kelvo says when it has taken its hot keys; a probe of our own
+        // would race its grabs.
+        ASSERT_TRUE(pumpUntil([&] {
+            const QVariantMap keys = kelvoHotKeys(*bus);
+            return keys.value(QStringLiteral("screenshotWindowUnderCursorRecorder")) ==
+                       QStringLiteral("registered") &&
+                   keys.value(QStringLiteral("screenshotPreviousAreaRecorder")) ==
+                       QStringLiteral("registered");
+        })) << kelvo->errors().toStdString();
     }
 
     void restartKelvoWith(const QMap<QString, QString>& preferences)
@@ -210,14 +215,6 @@ protected:
         p.insert(QStringLiteral("needShadowOfnotSingleWindow"), QStringLiteral("NO"));
         p.insert(QStringLiteral("needFilletOfnotSingleWindow"), QStringLiteral("NO"));
         return p;
-    }
-
-    bool altKeyHeldElsewhere(const char* key)
-    {
-        if (!x->grabKey(key, kAlt))
-            return true;
-        x->ungrabKey(key, kAlt);
-        return false;
     }
 
     QStringList shotFiles() const { return QDir(shots).entryList(QDir::Files); }

@@ -30,18 +30,20 @@ protected:
         ASSERT_TRUE(x->isConnected());
     }
 
+    // Kelvo on the bus with its hot keys taken, as it reports them.
     void startKelvo()
     {
         kelvo = std::make_unique<KelvoProcess>();
-        ASSERT_TRUE(waitFor([] {
-            auto* bus = QDBusConnection::sessionBus().interface();
-            return bus != nullptr &&
-                   bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+        ASSERT_TRUE(waitFor([] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
+        ASSERT_TRUE(waitFor([&] {
+            report = kelvoHotKeys();
+            return report.size() == 6;
         })) << kelvo->errors().toStdString();
     }
 
     // Whether some other client holds Alt plus the key: our own grab is then
-    // refused. A grab that succeeds is given back at once.
+    // refused. A grab that succeeds is given back at once. Asked only once
+    // Kelvo has reported its grabs, so it never races them.
     bool altKeyHeldElsewhere(const char* key)
     {
         if (!x->grabKey(key, kAlt))
@@ -59,7 +61,10 @@ protected:
     TestDesktop desktop;
     std::unique_ptr<XSession> x;
     std::unique_ptr<KelvoProcess> kelvo;
+    QVariantMap report;
 };
+
+const QString kRegistered = QStringLiteral("registered");
 
 } // namespace
 
@@ -67,11 +72,12 @@ TEST_F(HotKeys, AltAStartsACaptureWhileAnotherWindowHasTheFocus)
 {
     SolidWindow other(*x, QRect(300, 200, 400, 300), Qt::darkCyan, QStringLiteral("editor"));
     startKelvo();
-    // The six defaults are taken at start.
+    // The six defaults are taken at start, and really held on the server.
+    for (const QVariant& status : report)
+        EXPECT_EQ(status.toString(), kRegistered);
     for (const char* key : {"a", "s", "d", "z", "x", "w"})
-        ASSERT_TRUE(waitFor([&] { return altKeyHeldElsewhere(key); }))
-            << "Alt+" << key << '\n'
-            << kelvo->errors().toStdString();
+        ASSERT_TRUE(altKeyHeldElsewhere(key)) << "Alt+" << key << '\n'
+                                              << kelvo->errors().toStdString();
     x->movePointer(500, 350);
     x->click(1); // the other window is the active one
 
@@ -93,7 +99,7 @@ TEST_F(HotKeys, AltAStartsACaptureWhileAnotherWindowHasTheFocus)
 TEST_F(HotKeys, AltADuringACaptureOpensNoSecondOverlay)
 {
     startKelvo();
-    ASSERT_TRUE(waitFor([&] { return altKeyHeldElsewhere("a"); }));
+    ASSERT_EQ(report.value(QStringLiteral("regionalScreenshotsRecorder")), kRegistered);
     x->movePointer(800, 500);
     x->tapKeyWithAlt("a");
     ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
@@ -124,7 +130,10 @@ TEST_F(HotKeys, AKeyAnotherProgramHoldsIsReportedAndTheOthersStillWork)
     })) << kelvo->errors().toStdString();
     EXPECT_TRUE(kelvo->errors().contains(QStringLiteral("Another program already uses")))
         << kelvo->errors().toStdString();
-    EXPECT_TRUE(waitFor([&] { return altKeyHeldElsewhere("s"); }));
+    EXPECT_EQ(report.value(QStringLiteral("regionalScreenshotsRecorder")), QStringLiteral("held"));
+    EXPECT_EQ(report.value(QStringLiteral("mapFromPasteRecorder")), kRegistered);
+    EXPECT_EQ(report.value(QStringLiteral("recordScreenRecorder")), kRegistered);
+    EXPECT_TRUE(altKeyHeldElsewhere("s"));
     EXPECT_TRUE(altKeyHeldElsewhere("w"));
 
     // The key stays with the program that had it: no capture.

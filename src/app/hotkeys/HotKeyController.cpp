@@ -63,8 +63,9 @@ QStringList HotKeyController::registerStored()
         const auto combo = fromStoredForm(it.value());
         if (!combo)
             continue;
-        if (m_center.registerHotKey(it.key(), *combo) ==
-            platform::HotKeyStatus::HeldByAnotherProgram)
+        const platform::HotKeyStatus status = m_center.registerHotKey(it.key(), *combo);
+        m_statuses[it.key()] = status;
+        if (status == platform::HotKeyStatus::HeldByAnotherProgram)
             held << glyphString(*combo);
     }
     return held;
@@ -97,6 +98,7 @@ HotKeyController::shortcutRecorderDidEndRecording(const QString& identifier,
     setRecording(false);
     QVariantMap table = m_defaults.dictionaryForKey(keys::shortcut);
     m_center.unregisterHotKey(identifier);
+    m_statuses.erase(identifier);
     if (!combo || !combo->isValid()) {
         table.remove(identifier);
         m_defaults.setObject(keys::shortcut, table);
@@ -106,6 +108,7 @@ HotKeyController::shortcutRecorderDidEndRecording(const QString& identifier,
     // The key is kept even when another program holds it now: it works as
     // soon as that program lets go and Kelvo starts again.
     const platform::HotKeyStatus status = m_center.registerHotKey(identifier, *combo);
+    m_statuses[identifier] = status;
     table.insert(identifier, toStoredForm(*combo));
     m_defaults.setObject(keys::shortcut, table);
     m_defaults.synchronize();
@@ -131,6 +134,28 @@ void HotKeyController::setRecording(bool recording)
 std::optional<platform::KeyCombo> HotKeyController::shortcutFor(const QString& identifier) const
 {
     return fromStoredForm(m_defaults.dictionaryForKey(keys::shortcut).value(identifier));
+}
+
+QVariantMap HotKeyController::hotKeyReport() const
+{
+    QVariantMap report;
+    for (const auto& [identifier, status] : m_statuses) {
+        switch (status) {
+        case platform::HotKeyStatus::Registered:
+            report.insert(identifier, QStringLiteral("registered"));
+            break;
+        case platform::HotKeyStatus::HeldByAnotherProgram:
+            report.insert(identifier, QStringLiteral("held"));
+            break;
+        case platform::HotKeyStatus::UnknownKey:
+            report.insert(identifier, QStringLiteral("unknown key"));
+            break;
+        case platform::HotKeyStatus::NoWindowSystem:
+            report.insert(identifier, QStringLiteral("no window system"));
+            break;
+        }
+    }
+    return report;
 }
 
 void HotKeyController::reportHeld(const QStringList& keys)

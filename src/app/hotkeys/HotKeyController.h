@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QVariantMap>
 
 #include <functional>
 #include <map>
@@ -53,6 +54,11 @@ public:
 
     // The stored combination of a hot key, nothing when it has none.
     [[nodiscard]] std::optional<platform::KeyCombo> shortcutFor(const QString& identifier) const;
+    // How each stored hot key fared at its last grab: "registered", "held"
+    // (another program has it), "unknown key" or "no window system". Empty
+    // until the keys have been taken at start, so it also tells that they
+    // have.
+    [[nodiscard]] QVariantMap hotKeyReport() const;
 
 Q_SIGNALS:
     // The stored table was read anew; editors show it.
@@ -72,6 +78,7 @@ private:
     platform::HotKeyCenter& m_center;
     platform::DesktopNotifier* m_notifier = nullptr;
     std::map<HotKeyAction, Action> m_actions;
+    std::map<QString, platform::HotKeyStatus> m_statuses;
     std::function<bool()> m_recordingScreen;
     bool m_recording = false;
 };

@@ -16,20 +16,12 @@ void CaptureFixture::SetUp()
     ASSERT_TRUE(x->isConnected());
 }
 
-namespace {
-
-bool kelvoOnBus()
-{
-    auto* bus = QDBusConnection::sessionBus().interface();
-    return bus != nullptr && bus->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
-}
-
-} // namespace
-
 void CaptureFixture::startKelvo(QProcessEnvironment env)
 {
     kelvo = std::make_unique<KelvoProcess>(QStringList{}, env);
     ASSERT_TRUE(waitFor([] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
+    // Its start-up is over once the hot keys are taken.
+    ASSERT_TRUE(waitFor([] { return !kelvoHotKeys().isEmpty(); })) << kelvo->errors().toStdString();
 }
 
 QString CaptureFixture::confPath() const

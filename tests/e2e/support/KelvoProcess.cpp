@@ -4,12 +4,33 @@
 #include "support/TestDesktop.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 namespace e2e {
 
 namespace {
+
+// A sanitizer's report in what Kelvo wrote: a failure of whichever test ran
+// it, with the report, even when Kelvo lived on (UBSan continues).
+void failOnSanitizerReport(const QString& errors)
+{
+    static const char* const marks[] = {"ERROR: AddressSanitizer", "ERROR: LeakSanitizer",
+                                        "runtime error:"};
+    for (const char* mark : marks) {
+        const qsizetype at = errors.indexOf(QLatin1String(mark));
+        if (at >= 0) {
+            ADD_FAILURE() << "sanitizer report from kelvo:\n"
+                          << errors.mid(qMax<qsizetype>(0, at - 200), 4000).toStdString();
+            return;
+        }
+    }
+}
+
 QProcessEnvironment environmentWith(const QProcessEnvironment& extra)
 {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
@@ -35,6 +56,7 @@ KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra)
 KelvoProcess::~KelvoProcess()
 {
     stop();
+    failOnSanitizerReport(errors());
     QFile::remove(m_errorFile);
 }
 
@@ -83,7 +105,26 @@ KelvoProcess::Result KelvoProcess::run(const QStringList& arguments, QProcessEnv
     r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
     r.out = QString::fromLocal8Bit(p.readAllStandardOutput());
     r.err = QString::fromLocal8Bit(p.readAllStandardError());
+    failOnSanitizerReport(r.err);
     return r;
+}
+
+bool kelvoOnBus(const QDBusConnection& bus)
+{
+    auto* iface = bus.interface();
+    return iface != nullptr &&
+           iface->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+}
+
+QVariantMap kelvoHotKeys(const QDBusConnection& bus)
+{
+    QDBusConnection connection = bus;
+    const QDBusMessage reply = connection.call(QDBusMessage::createMethodCall(
+        QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("/org/kelvo/Kelvo"),
+        QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("HotKeys")));
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return {};
+    return qdbus_cast<QVariantMap>(reply.arguments().constFirst());
 }
 
 } // namespace e2e

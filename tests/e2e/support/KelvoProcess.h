@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QDBusConnection>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+#include <QVariantMap>
 
 #include <memory>
 
@@ -37,5 +39,12 @@ private:
     std::unique_ptr<QProcess> m_process;
     QString m_errorFile;
 };
+
+// Whether the running Kelvo owns its name on `bus`.
+[[nodiscard]] bool kelvoOnBus(const QDBusConnection& bus = QDBusConnection::sessionBus());
+// Its hot keys and how each grab went ("registered", "held", ...); empty
+// until it has taken them at start. Tests wait for this rather than probing
+// the grabs themselves, which would race Kelvo's own grabs.
+[[nodiscard]] QVariantMap kelvoHotKeys(const QDBusConnection& bus = QDBusConnection::sessionBus());
 
 } // namespace e2e
