@@ -2,11 +2,18 @@
 # make run   - install what is missing, build (Release) and start Kelvo
 # make test  - install what is missing, build and run every test
 # make bench - the same for the benchmarks, beside the peer tools
-.PHONY: run test bench deps build release clean format
+# make sanitize - every test again in an AddressSanitizer + UBSan build
+.PHONY: run test bench sanitize deps build release clean format
 
 JOBS ?= $(shell nproc)
 BUILD ?= build
 RELEASE ?= build-release
+SANITIZE ?= build-sanitize
+
+# ccache keys on paths relative to the checkout, so every clone and work
+# tree of Kelvo shares one cache.
+export CCACHE_BASEDIR := $(CURDIR)
+export CCACHE_NOHASHDIR := 1
 
 deps:
 	@scripts/install-deps
@@ -25,6 +32,11 @@ run: release
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 300
 
+sanitize: deps
+	cmake -S . -B $(SANITIZE) -G Ninja -DKELVO_WERROR=ON -DKELVO_SANITIZE=address,undefined -DKELVO_BUILD_BENCH=OFF
+	cmake --build $(SANITIZE) -j $(JOBS)
+	@scripts/run-sanitized-tests $(SANITIZE) $(JOBS)
+
 bench:
 	@scripts/install-deps --bench
 	cmake -S . -B $(RELEASE) -G Ninja -DCMAKE_BUILD_TYPE=Release -DKELVO_BUILD_TESTS=OFF
@@ -35,4 +47,4 @@ format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(RELEASE)
+	rm -rf $(BUILD) $(RELEASE) $(SANITIZE)
