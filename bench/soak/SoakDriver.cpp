@@ -407,7 +407,7 @@ void printTable(const std::vector<Sample>& samples)
 
     std::printf("\n%-26s", "after captures");
     for (const Sample& s : samples)
-        std::printf("%12d", s.captures);
+        std::printf("%12s", s.captures == 0 ? "start" : std::to_string(s.captures).c_str());
     if (delta)
         std::printf("%14s",
                     (std::to_string(from.captures) + "->" + std::to_string(to.captures)).c_str());
