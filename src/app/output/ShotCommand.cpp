@@ -145,15 +145,19 @@ int ShotCommand::run(const ShotRequest& request)
 
     int status = kDone;
     QByteArray png;
+    // A picture that cannot become PNG cannot be copied or written out
+    // raw; it is not dropped but saved as a file (the preferred format).
+    bool encodeFailed = false;
     if (request.raw || request.clipboard) {
         const EncodedImage encoded = encodePngOf(image);
         if (!encoded.error.isEmpty()) {
             report(encoded.error);
-            return kError;
+            encodeFailed = true;
+            status = kError;
         }
         png = encoded.bytes;
     }
-    if (request.raw && m_services.writeOut)
+    if (request.raw && !encodeFailed && m_services.writeOut)
         m_services.writeOut(png);
 
     ImageOutput output({m_services.defaults,
@@ -163,8 +167,8 @@ int ShotCommand::run(const ShotRequest& request)
                         [scale] { return scale; },
                         {},
                         report});
-    bool clipboardFailed = false;
-    if (request.clipboard) {
+    bool clipboardFailed = encodeFailed;
+    if (request.clipboard && !encodeFailed) {
         const QString error =
             m_services.clipboard ? m_services.clipboard(png) : QStringLiteral("no clipboard");
         if (!error.isEmpty()) {
