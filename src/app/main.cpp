@@ -222,7 +222,8 @@ int main(int argc, char** argv)
         QTextStream(stdout) << "kelvo " << KELVO_VERSION << '\n';
         return app::exitcode::Done;
     case app::CommandLine::Verb::Invalid:
-        err() << "kelvo: " << cl.error << "\nTry 'kelvo --help'.\n";
+        // One line, so scripts and hot-key daemons log all of it.
+        err() << "kelvo: " << cl.error << " (see kelvo --help)\n";
         return app::exitcode::Error;
     case app::CommandLine::Verb::Shot:
         return runShot(cl, argc, argv);

@@ -130,23 +130,6 @@ void ImageOutput::tellFailure(const QString& reason, const QString& keptAt)
         m_services.notifier->notify(ResultNotices::saveFailed(reason, keptAt));
 }
 
-namespace {
-
-// The type a file name asks for by its extension, if it names one.
-std::optional<ImageFileType> typeOfFileName(const QString& path)
-{
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == QLatin1String("png"))
-        return ImageFileType::Png;
-    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg"))
-        return ImageFileType::Jpeg;
-    if (suffix == QLatin1String("tif") || suffix == QLatin1String("tiff"))
-        return ImageFileType::Tiff;
-    return std::nullopt;
-}
-
-} // namespace
-
 SaveResult ImageOutput::saveImageTo(const core::Picture& picture, const QString& target)
 {
     const QFileInfo info(target);

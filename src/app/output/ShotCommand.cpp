@@ -4,6 +4,7 @@
 #include "app/output/ImageEncoding.h"
 #include "app/output/ImageOutput.h"
 #include "core/Localized.h"
+#include "core/ShortText.h"
 #include "platform/WindowServer.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
@@ -41,6 +42,8 @@ std::optional<ShotRequest> ShotRequest::parse(Area area, const QStringList& argu
         if (a == QLatin1String("-p") || a == QLatin1String("--path")) {
             if (!value(&v) || v.isEmpty())
                 return fail(QStringLiteral("%1 needs a path").arg(a));
+            if (const QString problem = targetProblem(v); !problem.isEmpty())
+                return fail(QStringLiteral("%1 %2").arg(a, problem));
             r.path = v;
         } else if (a == QLatin1String("-c") || a == QLatin1String("--clipboard")) {
             r.clipboard = true;
@@ -65,7 +68,7 @@ std::optional<ShotRequest> ShotRequest::parse(Area area, const QStringList& argu
             return fail(
                 QStringLiteral("unknown option for '%1': %2")
                     .arg(area == Area::Screen ? QStringLiteral("screen") : QStringLiteral("full"),
-                         a));
+                         core::shortForMessage(a)));
         }
     }
     return r;
