@@ -162,6 +162,10 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     app::AppDelegate::Services services;
+    const QString unreadable =
+        settings::QSettingsStore::setAsideIfUnreadable(settings::QSettingsStore::defaultPath());
+    if (!unreadable.isEmpty())
+        services.preferenceNotes << unreadable;
     services.store = std::make_unique<settings::QSettingsStore>();
     auto windowServer = std::make_unique<platform::x11::X11WindowServer>();
     if (!windowServer->isConnected()) {
