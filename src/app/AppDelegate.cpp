@@ -26,6 +26,7 @@
 #include "settings/Preferences.h"
 #include "settings/SettingsStore.h"
 #include "settings/Startup.h"
+#include "settings/ValueChecks.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -397,6 +398,22 @@ void AppDelegate::applicationDidStart()
     settings::migrate(*m_defaults);
     m_defaults->synchronize();
     settings::removeRetiredKeys(*m_defaults);
+    tellPreferenceRepairs();
+}
+
+void AppDelegate::tellPreferenceRepairs()
+{
+    QStringList notes = m_services.preferenceNotes;
+    for (const settings::Repair& r :
+         settings::repairBadValues(*m_defaults, settings::StartContext::current()))
+        notes << r.message();
+    if (notes.isEmpty())
+        return;
+    for (const QString& line : notes)
+        report(line);
+    // Started at login, Kelvo has no terminal to read stderr in.
+    m_output->userNotificationContent(notes.join(QLatin1Char('\n')),
+                                      core::localized("Kelvo reset some preferences"));
 }
 
 void AppDelegate::registerAllHotKey()

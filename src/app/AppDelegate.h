@@ -71,6 +71,9 @@ public:
         std::unique_ptr<platform::AudioDevices> audio;
         std::unique_ptr<platform::HotKeyCenter> hotKeys;
         std::unique_ptr<platform::Speaker> speaker;
+        // What went wrong with the preferences before the delegate existed
+        // (a file set aside); told with the start's own findings.
+        QStringList preferenceNotes;
     };
 
     explicit AppDelegate(Services services, QObject* parent = nullptr);
@@ -113,6 +116,9 @@ Q_SIGNALS:
     void pinRequested(const QImage& image);
 
 private:
+    // Bad preference values put back at this start, on stderr and in one
+    // notification.
+    void tellPreferenceRepairs();
     void setStatusItemVisible(bool visible);
     void registerAllHotKey();
     void connectImageOutput();

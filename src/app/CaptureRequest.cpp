@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CaptureRequest.h"
 
+#include "app/output/ImageFileType.h"
 #include "app/output/ShotCommand.h"
+#include "core/ShortText.h"
 
 #include <QDir>
 
@@ -54,6 +56,8 @@ std::optional<CaptureRequest> CaptureRequest::parse(const QStringList& arguments
             if (!hasValue || arguments.at(i + 1).isEmpty())
                 return fail(error, QStringLiteral("%1 needs a folder or a file name").arg(a));
             r.path = arguments.at(++i);
+            if (const QString problem = output::targetProblem(r.path); !problem.isEmpty())
+                return fail(error, QStringLiteral("%1 %2").arg(a, problem));
         } else if (a == QLatin1String("-c") || a == QLatin1String("--clipboard")) {
             r.clipboard = true;
         } else if (a == QLatin1String("-d") || a == QLatin1String("--delay")) {
@@ -66,7 +70,9 @@ std::optional<CaptureRequest> CaptureRequest::parse(const QStringList& arguments
         } else if (a == QLatin1String("--last-region")) {
             r.lastRegion = true;
         } else {
-            return fail(error, QStringLiteral("unknown option for 'gui': %1").arg(a));
+            return fail(
+                error,
+                QStringLiteral("unknown option for 'gui': %1").arg(core::shortForMessage(a)));
         }
     }
     return r;
@@ -82,8 +88,10 @@ std::optional<CaptureRequest> CaptureRequest::fromOptions(const QVariantMap& opt
             if (v.typeId() != QMetaType::QString || v.toString().isEmpty())
                 return fail(error, QStringLiteral("\"path\" must be a non-empty string"));
             if (!QDir::isAbsolutePath(v.toString()))
-                return fail(error,
-                            QStringLiteral("\"path\" must be absolute: %1").arg(v.toString()));
+                return fail(error, QStringLiteral("\"path\" must be absolute: %1")
+                                       .arg(core::shortForMessage(v.toString())));
+            if (const QString problem = output::targetProblem(v.toString()); !problem.isEmpty())
+                return fail(error, QStringLiteral("\"path\": %1").arg(problem));
             r.path = v.toString();
         } else if (it.key() == kClipboard || it.key() == kLastRegion) {
             if (v.typeId() != QMetaType::Bool)
@@ -101,7 +109,9 @@ std::optional<CaptureRequest> CaptureRequest::fromOptions(const QVariantMap& opt
                             QStringLiteral("\"delay\" must be an integer, %1").arg(delayRange()));
             r.delayMs = static_cast<int>(ms);
         } else {
-            return fail(error, QStringLiteral("unknown option: \"%1\"").arg(it.key()));
+            return fail(
+                error,
+                QStringLiteral("unknown option: \"%1\"").arg(core::shortForMessage(it.key())));
         }
     }
     return r;

@@ -2,6 +2,7 @@
 #include "app/CommandLine.h"
 
 #include "app/OfflineCommands.h"
+#include "core/ShortText.h"
 
 namespace app {
 
@@ -44,7 +45,7 @@ CommandLine CommandLine::parse(const QStringList& args)
         cl.offlineVerb = first;
     } else if (first.startsWith(QLatin1Char('-'))) {
         cl.verb = Verb::Invalid;
-        cl.error = QStringLiteral("unknown option: %1").arg(first);
+        cl.error = QStringLiteral("unknown option: %1").arg(core::shortForMessage(first));
     } else if (first.contains(QLatin1Char('/')) || first.contains(QLatin1Char('.'))) {
         // Files handed to the application, as a file manager's "Open with".
         cl.verb = Verb::Tray;
@@ -52,7 +53,7 @@ CommandLine CommandLine::parse(const QStringList& args)
         cl.arguments.clear();
     } else {
         cl.verb = Verb::Invalid;
-        cl.error = QStringLiteral("unknown command: %1").arg(first);
+        cl.error = QStringLiteral("unknown command: %1").arg(core::shortForMessage(first));
     }
     return cl;
 }

@@ -162,6 +162,10 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
     QApplication::setQuitOnLastWindowClosed(false);
 
     app::AppDelegate::Services services;
+    const QString unreadable =
+        settings::QSettingsStore::setAsideIfUnreadable(settings::QSettingsStore::defaultPath());
+    if (!unreadable.isEmpty())
+        services.preferenceNotes << unreadable;
     services.store = std::make_unique<settings::QSettingsStore>();
     auto windowServer = std::make_unique<platform::x11::X11WindowServer>();
     if (!windowServer->isConnected()) {
@@ -222,7 +226,8 @@ int main(int argc, char** argv)
         QTextStream(stdout) << "kelvo " << KELVO_VERSION << '\n';
         return app::exitcode::Done;
     case app::CommandLine::Verb::Invalid:
-        err() << "kelvo: " << cl.error << "\nTry 'kelvo --help'.\n";
+        // One line, so scripts and hot-key daemons log all of it.
+        err() << "kelvo: " << cl.error << " (see kelvo --help)\n";
         return app::exitcode::Error;
     case app::CommandLine::Verb::Shot:
         return runShot(cl, argc, argv);

@@ -17,6 +17,13 @@ public:
     explicit QSettingsStore(const QString& iniPath);
 
     [[nodiscard]] static QString defaultPath();
+
+    // A file that is no INI file (random bytes, a binary copied over it)
+    // would be read in part and then written over, losing what it held.
+    // Before a store opens it, such a file is moved aside to "NAME.bad"
+    // (never replacing an earlier one). Answers a line saying what was
+    // done, empty when the file is readable or absent.
+    [[nodiscard]] static QString setAsideIfUnreadable(const QString& iniPath);
     [[nodiscard]] QString path() const { return m_settings.fileName(); }
 
     [[nodiscard]] QVariant value(const QString& key) const override;

@@ -10,8 +10,6 @@
 
 namespace settings {
 
-namespace {
-
 QVariant initialValue(const KeySpec& spec, const StartContext& context)
 {
     switch (spec.source) {
@@ -24,8 +22,6 @@ QVariant initialValue(const KeySpec& spec, const StartContext& context)
     }
     return spec.value;
 }
-
-} // namespace
 
 StartContext StartContext::current()
 {

@@ -5,6 +5,8 @@
 
 namespace settings {
 
+struct KeySpec;
+
 // What the start-up writes depends on the clock and the user's folders;
 // tests pass their own.
 struct StartContext
@@ -40,6 +42,10 @@ struct StartContext
 // (removing the ones whose first value is "absent"), and answers true.
 // Otherwise changes nothing and answers false.
 bool installFirstRunValues(Defaults& defaults, const StartContext& context);
+
+// The value Kelvo writes for a FirstRun or EveryStart key (invalid for
+// keys it never writes).
+[[nodiscard]] QVariant initialValue(const KeySpec& spec, const StartContext& context);
 
 // Writes each every-start value whose deciding key is absent, then
 // synchronizes. Values already there are never touched.

@@ -202,6 +202,75 @@ TEST_F(ImageOutputE2e, AFolderThatCannotTakeThePictureIsToldOnTheBusAndThePictur
     EXPECT_TRUE(n.actions.contains(QStringLiteral("default")));
 }
 
+namespace {
+
+// A tmpfs of 64 KiB, filled up: a disk with no room left.
+class FullDisk
+{
+public:
+    explicit FullDisk(const QString& folder)
+        : m_folder(folder)
+    {
+        QDir().mkpath(folder);
+        QProcess mount;
+        mount.start(QStringLiteral("mount"),
+                    {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                     QStringLiteral("size=64k"), QStringLiteral("tmpfs"), folder});
+        mount.waitForFinished(20000);
+        m_mounted = mount.exitStatus() == QProcess::NormalExit && mount.exitCode() == 0;
+        m_error = QString::fromLocal8Bit(mount.readAllStandardError()).trimmed();
+        if (!m_mounted)
+            return;
+        QFile filler(folder + QStringLiteral("/filler"));
+        if (filler.open(QIODevice::WriteOnly)) {
+            const QByteArray block(4096, 'f');
+            while (filler.write(block) == block.size() && filler.flush()) {
+            }
+        }
+    }
+    ~FullDisk()
+    {
+        if (m_mounted)
+            QProcess::execute(QStringLiteral("umount"), {m_folder});
+    }
+    [[nodiscard]] bool mounted() const { return m_mounted; }
+    [[nodiscard]] QString error() const { return m_error; }
+
+private:
+    QString m_folder;
+    QString m_error;
+    bool m_mounted = false;
+};
+
+} // namespace
+
+TEST_F(ImageOutputE2e, AFullDiskIsToldAndThePictureKeptWithNothingHalfWritten)
+{
+    const QString folder = desktop.path(QStringLiteral("full"));
+    FullDisk disk(folder);
+    if (!disk.mounted())
+        GTEST_SKIP() << "cannot mount a tmpfs to fill (mount needs root): "
+                     << disk.error().toStdString();
+    serveNotifications();
+
+    const auto r = run({QStringLiteral("full"), QStringLiteral("-p"), folder});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(r.err.contains(QStringLiteral("No space left on device"))) << r.err.toStdString();
+    // The full folder holds what it held, no temporary file beside it.
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System),
+              QStringList{QStringLiteral("filler")});
+    const QStringList kept = QDir(home + QStringLiteral("/Pictures")).entryList(QDir::Files);
+    ASSERT_EQ(kept.size(), 1);
+    const QString keptPath = home + QStringLiteral("/Pictures/") + kept.first();
+    EXPECT_TRUE(r.err.contains(keptPath)) << r.err.toStdString();
+    EXPECT_EQ(QImage(keptPath).convertToFormat(QImage::Format_RGB32), x->grabRoot());
+
+    ASSERT_TRUE(pumpUntil([&] { return !server.received.empty(); }));
+    EXPECT_EQ(server.received.front().summary, QStringLiteral("The picture could not be saved"));
+    EXPECT_TRUE(server.received.front().body.contains(keptPath));
+}
+
 TEST_F(ImageOutputE2e, ACopyOutlivesTheCommandOnTheClipboardAndIsNotified)
 {
     serveNotifications();

@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace app::output {
 
 // The picture file types with the numbers they are known by in stored
@@ -19,5 +21,15 @@ enum class ImageFileType
 [[nodiscard]] ImageFileType fileTypeForFormat(const QString& format);
 // "png", "jpg", "tiff".
 [[nodiscard]] QString extensionOf(ImageFileType type);
+
+// The type a file name asks for by its extension (.png, .jpg, .jpeg, .tif,
+// .tiff, in any case); nullopt for any other name.
+[[nodiscard]] std::optional<ImageFileType> typeOfFileName(const QString& path);
+
+// Why a picture cannot be written to `path` as -p or the Capture method's
+// "path" give it (a folder, or a file whose extension names the type): too
+// long for a path, or a name with another extension that is no existing
+// folder. Empty when it can be tried; the folder itself is checked later.
+[[nodiscard]] QString targetProblem(const QString& path);
 
 } // namespace app::output

@@ -56,14 +56,9 @@ SaveResult ImageOutput::saveImage(const core::Picture& picture, const QString& p
                                   ImageFileType type)
 {
     SaveResult result;
-    const EncodedImage encoded =
-        encodeImage(picture, type, m_services.screenScale(),
-                    settings::Preferences(*m_services.defaults).nomalQualityImage());
-    if (!encoded.error.isEmpty()) {
-        result.error = encoded.error;
-        tellFailure(result.error, {});
-        return result;
-    }
+    const EncodedImage encoded = encodeWith(m_encode, picture, type);
+    if (!encoded.error.isEmpty())
+        return keepUnencodable(picture, type, encoded.error);
     const QString folder = QFileInfo(path).absolutePath();
     result.error = folderProblem(folder);
     if (result.error.isEmpty()) {
@@ -91,6 +86,40 @@ QString ImageOutput::keepElsewhere(const QByteArray& bytes, ImageFileType type)
     return {};
 }
 
+EncodedImage ImageOutput::encodeWith(const Encoder& encoder, const core::Picture& picture,
+                                     ImageFileType type) const
+{
+    return encoder(picture, type, m_services.screenScale(),
+                   settings::Preferences(*m_services.defaults).nomalQualityImage());
+}
+
+SaveResult ImageOutput::keepUnencodable(const core::Picture& picture, ImageFileType type,
+                                        const QString& error)
+{
+    SaveResult result;
+    QString why = error;
+    if (why.endsWith(QLatin1Char('.')))
+        why.chop(1);
+    result.error = core::localized("The picture could not be encoded as %1: %2.")
+                       .arg(extensionOf(type).toUpper(), why);
+    // Kelvo's own PNG encoder needs no plugin; when it fails too (a picture
+    // without pixels, or too large) there is nothing left to keep.
+    const EncodedImage png = type == ImageFileType::Png
+                                 ? EncodedImage{}
+                                 : encodeWith(encodeImage, picture, ImageFileType::Png);
+    if (png.bytes.isEmpty()) {
+        tellFailure(result.error, {});
+        return result;
+    }
+    if (m_services.clipboard) {
+        m_services.clipboard(png.bytes);
+        result.error += core::localized(" It is on the clipboard as PNG.");
+    }
+    result.keptAt = keepElsewhere(png.bytes, ImageFileType::Png);
+    tellFailure(result.error, result.keptAt);
+    return result;
+}
+
 void ImageOutput::tellFailure(const QString& reason, const QString& keptAt)
 {
     m_services.report(
@@ -100,23 +129,6 @@ void ImageOutput::tellFailure(const QString& reason, const QString& keptAt)
     if (m_services.notifier != nullptr)
         m_services.notifier->notify(ResultNotices::saveFailed(reason, keptAt));
 }
-
-namespace {
-
-// The type a file name asks for by its extension, if it names one.
-std::optional<ImageFileType> typeOfFileName(const QString& path)
-{
-    const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix == QLatin1String("png"))
-        return ImageFileType::Png;
-    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg"))
-        return ImageFileType::Jpeg;
-    if (suffix == QLatin1String("tif") || suffix == QLatin1String("tiff"))
-        return ImageFileType::Tiff;
-    return std::nullopt;
-}
-
-} // namespace
 
 SaveResult ImageOutput::saveImageTo(const core::Picture& picture, const QString& target)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/output/ImageEncoding.h"
 #include "app/output/ImageFileType.h"
 #include "app/output/ResultNotices.h"
 #include "core/Picture.h"
@@ -60,6 +61,13 @@ public:
 
     explicit ImageOutput(Services services, QObject* parent = nullptr);
 
+    // How a picture becomes the bytes of a file; encodeImage() unless set.
+    // A writer can fail (a missing Qt image plugin, a picture it cannot
+    // take); a save then keeps the picture as PNG, Kelvo's own encoder.
+    using Encoder = std::function<EncodedImage(const core::Picture&, ImageFileType,
+                                               double screenScale, bool nomalQualityImage)>;
+    void setEncoder(Encoder encoder) { m_encode = std::move(encoder); }
+
     // Encodes and writes to `path`; a failure is told and the picture kept.
     SaveResult saveImage(const core::Picture& picture, const QString& path, ImageFileType type);
 
@@ -108,8 +116,13 @@ public:
 private:
     void tellFailure(const QString& reason, const QString& keptAt);
     [[nodiscard]] QString keepElsewhere(const QByteArray& bytes, ImageFileType type);
+    [[nodiscard]] EncodedImage encodeWith(const Encoder& encoder, const core::Picture& picture,
+                                          ImageFileType type) const;
+    [[nodiscard]] SaveResult keepUnencodable(const core::Picture& picture, ImageFileType type,
+                                             const QString& error);
 
     Services m_services;
+    Encoder m_encode = encodeImage;
     ResultNotices m_notices;
 };
 

@@ -4,6 +4,7 @@
 #include "app/output/ImageEncoding.h"
 #include "app/output/ImageOutput.h"
 #include "core/Localized.h"
+#include "core/ShortText.h"
 #include "platform/WindowServer.h"
 #include "settings/Defaults.h"
 #include "settings/Preferences.h"
@@ -41,6 +42,8 @@ std::optional<ShotRequest> ShotRequest::parse(Area area, const QStringList& argu
         if (a == QLatin1String("-p") || a == QLatin1String("--path")) {
             if (!value(&v) || v.isEmpty())
                 return fail(QStringLiteral("%1 needs a path").arg(a));
+            if (const QString problem = targetProblem(v); !problem.isEmpty())
+                return fail(QStringLiteral("%1 %2").arg(a, problem));
             r.path = v;
         } else if (a == QLatin1String("-c") || a == QLatin1String("--clipboard")) {
             r.clipboard = true;
@@ -65,7 +68,7 @@ std::optional<ShotRequest> ShotRequest::parse(Area area, const QStringList& argu
             return fail(
                 QStringLiteral("unknown option for '%1': %2")
                     .arg(area == Area::Screen ? QStringLiteral("screen") : QStringLiteral("full"),
-                         a));
+                         core::shortForMessage(a)));
         }
     }
     return r;
@@ -145,15 +148,19 @@ int ShotCommand::run(const ShotRequest& request)
 
     int status = kDone;
     QByteArray png;
+    // A picture that cannot become PNG cannot be copied or written out
+    // raw; it is not dropped but saved as a file (the preferred format).
+    bool encodeFailed = false;
     if (request.raw || request.clipboard) {
         const EncodedImage encoded = encodePngOf(image);
         if (!encoded.error.isEmpty()) {
             report(encoded.error);
-            return kError;
+            encodeFailed = true;
+            status = kError;
         }
         png = encoded.bytes;
     }
-    if (request.raw && m_services.writeOut)
+    if (request.raw && !encodeFailed && m_services.writeOut)
         m_services.writeOut(png);
 
     ImageOutput output({m_services.defaults,
@@ -163,8 +170,8 @@ int ShotCommand::run(const ShotRequest& request)
                         [scale] { return scale; },
                         {},
                         report});
-    bool clipboardFailed = false;
-    if (request.clipboard) {
+    bool clipboardFailed = encodeFailed;
+    if (request.clipboard && !encodeFailed) {
         const QString error =
             m_services.clipboard ? m_services.clipboard(png) : QStringLiteral("no clipboard");
         if (!error.isEmpty()) {

@@ -223,7 +223,7 @@ int runStitchCommand(const QStringList& arguments)
     QTextStream err(stderr);
     const ParsedStitchArguments parsed = parseStitchArguments(arguments);
     if (!parsed.options) {
-        err << "kelvo stitch: " << parsed.error << "\nusage: kelvo " << kStitchUsage << "\n";
+        err << "kelvo stitch: " << parsed.error << " (see kelvo --help)\n";
         return 1;
     }
     const StitchReport report = stitchPictures(*parsed.options);
@@ -233,7 +233,9 @@ int runStitchCommand(const QStringList& arguments)
     if (!report.written)
         return 1;
     QTextStream(stdout) << report.json << "\n";
-    return 0;
+    // The picture of the frames that could be used is kept, but it is not
+    // the one asked for: a script must not take it for a full success.
+    return report.problems.isEmpty() ? 0 : 1;
 }
 
 } // namespace scroll

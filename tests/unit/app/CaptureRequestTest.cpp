@@ -5,6 +5,7 @@
 #include "app/CommandLine.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -70,6 +71,9 @@ TEST(GuiOptions, BadValuesAndUnknownOptionsAreRefusedWithTheReason)
         {{"-c", "-x"}, "unknown option for 'gui': -x"},
         {{"--last-region", "extra"}, "unknown option for 'gui': extra"},
         {{"-n", "1"}, "unknown option for 'gui': -n"},
+        {{"-p", "shot.gif"}, "-p shot.gif: a picture is written as .png, .jpg or .tiff, not .gif"},
+        {{"--path", QString(QString(5000, QLatin1Char('a')) + ".png")},
+         "is longer than a path may be"},
     };
     for (const Case& c : cases) {
         const CommandLine cl = gui(c.args);
@@ -134,15 +138,39 @@ TEST(CaptureOptions, WrongTypesRangesAndUnknownKeysAreRefused)
         {{{"delay", 1.5}}, "\"delay\" must be an integer"},
         {{{"delay", quint64(1) << 63}}, "\"delay\" must be an integer"},
         {{{"screen", 1}}, "unknown option: \"screen\""},
+        {{{"path", QStringLiteral("/tmp/shot.bmp")}}, "not .bmp"},
+        {{{"path", QString(QStringLiteral("/") + QString(6 << 20, QLatin1Char('p')))}},
+         "longer than a path may be"},
+        {{{QString(6 << 20, QLatin1Char('k')), true}}, "unknown option: \"kkk"},
     };
     for (const Case& c : cases) {
         QString error;
         EXPECT_FALSE(CaptureRequest::fromOptions(c.options, &error).has_value()) << c.mentions;
         EXPECT_TRUE(error.contains(QLatin1String(c.mentions)))
-            << c.mentions << " / " << error.toStdString();
+            << c.mentions << " / " << error.left(200).toStdString();
+        // Megabytes from a caller do not come back in the answer.
+        EXPECT_LT(error.size(), 300);
     }
     QString error;
     const auto unsignedDelay = CaptureRequest::fromOptions({{"delay", uint(700)}}, &error);
     ASSERT_TRUE(unsignedDelay.has_value()) << error.toStdString();
     EXPECT_EQ(unsignedDelay->delayMs, 700);
+}
+
+TEST(PathOptions, FoldersAndPictureNamesAreTakenOtherExtensionsAreNot)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    // A folder that exists may have any name; a hidden name has no extension.
+    ASSERT_TRUE(QDir(dir.path()).mkdir(QStringLiteral("shots.d")));
+    for (const QString& path :
+         {dir.filePath(QStringLiteral("shots.d")), dir.filePath(QStringLiteral("new-folder")),
+          dir.filePath(QStringLiteral(".hidden")), dir.filePath(QStringLiteral("a.PNG")),
+          dir.filePath(QStringLiteral("b.jpeg")), dir.filePath(QStringLiteral("c.tif"))}) {
+        const CommandLine cl = gui({"-p", path});
+        EXPECT_EQ(cl.verb, CommandLine::Verb::Gui) << cl.error.toStdString();
+    }
+    const CommandLine missing = gui({"-p", dir.filePath(QStringLiteral("shots.e"))});
+    EXPECT_EQ(missing.verb, CommandLine::Verb::Invalid);
+    EXPECT_TRUE(missing.error.contains(QStringLiteral("not .e")));
 }

@@ -154,6 +154,61 @@ TEST_F(Output, AFolderThatCannotTakeThePictureIsToldAndThePictureKept)
     EXPECT_FALSE(r2.keptAt.isEmpty());
 }
 
+TEST_F(Output, APictureItsWriterCannotEncodeIsKeptAsPngOnTheClipboardAndInAFallbackFolder)
+{
+    ImageOutput output = makeOutput();
+    // As when the TIFF plugin is missing: the writer answers an error.
+    output.setEncoder(
+        [](const core::Picture& picture, ImageFileType type, double scale, bool normal) {
+            if (type == ImageFileType::Tiff)
+                return EncodedImage{{}, QStringLiteral("Unsupported image format")};
+            return encodeImage(picture, type, scale, normal);
+        });
+    defaults.setObject(keys::formatOfSavePhoto, QStringLiteral("tiff"));
+
+    const SaveResult r = output.outputCapture(checker(12, 10), false, false);
+    EXPECT_FALSE(r.saved());
+    EXPECT_TRUE(r.path.isEmpty());
+    EXPECT_TRUE(r.error.contains(QStringLiteral("TIFF: Unsupported image format")))
+        << r.error.toStdString();
+    // Nothing, not even a temporary file, in the save folder.
+    EXPECT_TRUE(QDir(folder()).entryList(QDir::Files | QDir::Hidden).isEmpty());
+    EXPECT_EQ(r.keptAt, home.path() + QStringLiteral("/Pictures/Kelvo2024-03-05PM01.02.03.png"));
+    EXPECT_EQ(QImage(r.keptAt).convertToFormat(QImage::Format_RGB32), checker(12, 10).pixels);
+    EXPECT_EQ(QImage::fromData(clipboard, "PNG").convertToFormat(QImage::Format_RGB32),
+              checker(12, 10).pixels);
+    ASSERT_EQ(reported.size(), 1);
+    EXPECT_TRUE(reported.first().contains(QStringLiteral("clipboard")));
+    EXPECT_TRUE(reported.first().contains(r.keptAt));
+    ASSERT_EQ(notifier.sent.size(), 1u);
+    EXPECT_EQ(notifier.sent.front().filePath, r.keptAt);
+
+    // A file name that asks for the format goes the same way.
+    clipboard.clear();
+    const SaveResult named =
+        output.saveImageTo(checker(4, 4), folder() + QStringLiteral("/asked.tiff"));
+    EXPECT_FALSE(named.saved());
+    EXPECT_FALSE(QFile::exists(folder() + QStringLiteral("/asked.tiff")));
+    EXPECT_TRUE(named.keptAt.endsWith(QStringLiteral(".png")));
+    EXPECT_FALSE(clipboard.isEmpty());
+}
+
+TEST_F(Output, WhenEvenPngCannotBeEncodedTheFailureIsStillTold)
+{
+    ImageOutput output = makeOutput();
+    output.setEncoder([](const core::Picture&, ImageFileType, double, bool) {
+        return EncodedImage{{}, QStringLiteral("out of memory")};
+    });
+    const SaveResult r = output.saveImageToFile(checker(8, 8));
+    EXPECT_FALSE(r.saved());
+    EXPECT_TRUE(r.keptAt.isEmpty());
+    EXPECT_TRUE(r.error.contains(QStringLiteral("PNG: out of memory")));
+    EXPECT_TRUE(clipboard.isEmpty());
+    EXPECT_EQ(reported.size(), 1);
+    EXPECT_EQ(notifier.sent.size(), 1u);
+    EXPECT_TRUE(QDir(home.path() + QStringLiteral("/Pictures")).entryList(QDir::Files).isEmpty());
+}
+
 TEST_F(Output, ACaptureSavedIsNotifiedAfterAMomentAndACopyCountsDown)
 {
     ImageOutput output = makeOutput();

@@ -102,6 +102,13 @@ TEST(ShotRequestParse, OptionsAndTheirMistakes)
     EXPECT_FALSE(parse(ShotRequest::Area::Desktop, {QStringLiteral("-p")}, &error));
     EXPECT_FALSE(
         parse(ShotRequest::Area::Screen, {QStringLiteral("-n"), QStringLiteral("x")}, &error));
+    // A file name must say which picture type it is.
+    EXPECT_FALSE(parse(ShotRequest::Area::Desktop,
+                       {QStringLiteral("-p"), QStringLiteral("/tmp/out.webp")}, &error));
+    EXPECT_EQ(error, QStringLiteral("-p /tmp/out.webp: a picture is written as .png, .jpg or "
+                                    ".tiff, not .webp; give such a file name or a folder"));
+    EXPECT_TRUE(parse(ShotRequest::Area::Desktop,
+                      {QStringLiteral("--path"), QStringLiteral("/tmp/out.JPG")}, &error));
 }
 
 TEST_F(Shot, FullWritesTheWholeDesktopIntoTheFolderAndPrintsThePath)

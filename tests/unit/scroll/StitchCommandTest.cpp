@@ -158,4 +158,7 @@ TEST_F(ScrollStitchCommand, ArgumentsAreCheckedAndFailuresGiveExitCodeOne)
     EXPECT_EQ(scroll::runStitchCommand({frame, "-o", path("no-such-dir/out.png")}), 1);
     EXPECT_EQ(scroll::runStitchCommand({frame, "-o", path("one-out.png")}), 0);
     EXPECT_EQ(load(path("one-out.png")).height, 40);
+    // A frame that is missing is an error, though the others are kept.
+    EXPECT_EQ(scroll::runStitchCommand({frame, path("missing.png"), "-o", path("kept.png")}), 1);
+    EXPECT_EQ(load(path("kept.png")).height, 40);
 }
