@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/TestDesktop.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
 #include <QThread>
@@ -40,6 +41,8 @@ TestDesktop::TestDesktop(Options options)
         args << QStringLiteral("--compositor");
     if (options.notifications)
         args << QStringLiteral("--notifications");
+    // Should this process be killed at its time limit, the desktop goes too.
+    args << QStringLiteral("--owner") << QString::number(QCoreApplication::applicationPid());
     QProcess start;
     start.setProcessChannelMode(QProcess::MergedChannels);
     start.start(sourceDir() + QStringLiteral("/scripts/desktop"), args);
