@@ -40,6 +40,9 @@ int askWithMessageBox(const QString& text, const QStringList& buttons)
     std::vector<QAbstractButton*> added;
     for (const QString& title : buttons)
         added.push_back(box.addButton(title, QMessageBox::AcceptRole));
+    // Escape gives the last, most cautious answer, as closing the box does.
+    if (!added.empty())
+        box.setEscapeButton(added.back());
     box.exec();
     for (std::size_t i = 0; i < added.size(); ++i) {
         if (box.clickedButton() == added[i])

@@ -20,6 +20,7 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QScreen>
+#include <QTextStream>
 #include <QTimer>
 #include <QWindow>
 
@@ -130,6 +131,16 @@ void QNClipScreenManager::startCapture()
     // A second trigger during a capture changes nothing.
     if (m_isWorking)
         return;
+    // While one of our dialogs is modal Qt blocks the input of every other
+    // window, the overlays' too: a capture could then never end. The dialog
+    // comes first; it is brought forward so the user sees why.
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        QTextStream(stderr) << "kelvo: a capture waits until the open dialog is answered\n";
+        modal->raise();
+        modal->activateWindow();
+        QApplication::beep();
+        return;
+    }
     m_isWorking = true;
     m_state.copyToPaste = false;
     m_state.mapImage = false;
@@ -378,6 +389,15 @@ QPointF QNClipScreenManager::pointerOf(const QEvent* event) const
 
 bool QNClipScreenManager::eventFilter(QObject* watched, QEvent* event)
 {
+    // A modal dialog of ours (an alert of a hot key's action, say) would
+    // block the overlays' input and hide under them: it ends the capture.
+    if (event->type() == QEvent::Show && m_isWorking) {
+        if (auto* widget = qobject_cast<QWidget*>(watched);
+            widget != nullptr && widget->isWindow() && widget->isModal()) {
+            m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+            return false;
+        }
+    }
     // Only the events Qt delivers to our overlays' windows; the same event
     // reaches the widget afterwards and is not looked at twice.
     auto* window = qobject_cast<QWindow*>(watched);

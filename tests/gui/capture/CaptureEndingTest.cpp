@@ -14,6 +14,7 @@
 #include "settings/MemoryStore.h"
 
 #include <QCoreApplication>
+#include <QDialog>
 #include <QGuiApplication>
 #include <QPointer>
 #include <QScreen>
@@ -124,6 +125,39 @@ TEST_F(CaptureEnding, AnEventLoopSpunInsideTheEndingHandlerDoesNotFreeTheCapture
     manager.startCapture();
     EXPECT_TRUE(manager.isWorking());
     EXPECT_EQ(manager.controllers().size(), watched.size());
+    manager.cancelScreenShot();
+    turnEventLoop();
+}
+
+TEST_F(CaptureEnding, AModalDialogAndACaptureAreNeverUpTogether)
+{
+    // Qt blocks every other window's input while a dialog is modal, the
+    // overlays' too, so a capture under one could never be ended.
+    QDialog dialog;
+    dialog.setModal(true);
+    dialog.show();
+    manager.startCapture();
+    EXPECT_FALSE(manager.isWorking()) << "a capture started under a modal dialog";
+    dialog.hide();
+    turnEventLoop();
+
+    // A modal dialog that opens during a capture ends it.
+    manager.startCapture();
+    ASSERT_TRUE(manager.isWorking());
+    QDialog alert;
+    alert.setModal(true);
+    alert.show();
+    turnEventLoop();
+    EXPECT_FALSE(manager.isWorking());
+    alert.hide();
+
+    // A window that is not modal leaves the capture alone.
+    manager.startCapture();
+    ASSERT_TRUE(manager.isWorking());
+    QDialog plain;
+    plain.show();
+    turnEventLoop();
+    EXPECT_TRUE(manager.isWorking());
     manager.cancelScreenShot();
     turnEventLoop();
 }
