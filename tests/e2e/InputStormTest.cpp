@@ -169,6 +169,8 @@ protected:
     // it, then the key.
     void dismissDialogs()
     {
+        // A hot key typed just before may still be opening one.
+        barrier();
         for (int round = 0; round < 5; ++round) {
             const QStringList open = dialogs();
             if (open.isEmpty())
