@@ -363,6 +363,7 @@ bool AppDelegate::registerOnBus()
     });
     connect(m_bus, &KelvoBus::regionalScreenshotsRequested, this,
             &AppDelegate::regionalScreenshots);
+    connect(m_bus, &KelvoBus::preferencesRequested, this, &AppDelegate::OpenPreferences);
     return m_bus->registerOnBus();
 }
 
