@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/DesktopEntry.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
+#include <QStandardPaths>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace platform::freedesktop {
 
@@ -38,6 +43,14 @@ std::optional<DesktopEntry> DesktopEntry::parse(const QByteArray& text)
             entry.exec = value;
         else if (key == "Icon")
             entry.icon = value;
+        else if (key == "Type")
+            entry.type = value;
+        else if (key == "MimeType")
+            entry.mimeTypes = value.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+        else if (key == "NoDisplay")
+            entry.noDisplay = value == QLatin1String("true");
+        else if (key == "Hidden")
+            entry.hidden = value == QLatin1String("true");
     }
     if (!sawGroup)
         return std::nullopt;
@@ -50,6 +63,41 @@ std::optional<DesktopEntry> DesktopEntry::load(const QString& path)
     if (!file.open(QIODevice::ReadOnly) || file.size() > kMaxDesktopFile)
         return std::nullopt;
     return parse(file.read(kMaxDesktopFile));
+}
+
+std::vector<Application> imageApplications(const QStringList& folders)
+{
+    static const QStringList pictureTypes{QStringLiteral("image/png"), QStringLiteral("image/jpeg"),
+                                          QStringLiteral("image/tiff")};
+    std::vector<Application> apps;
+    QSet<QString> seen;
+    for (const QString& folder : folders) {
+        const QStringList files =
+            QDir(folder).entryList({QStringLiteral("*.desktop")}, QDir::Files, QDir::Name);
+        for (const QString& file : files) {
+            if (seen.contains(file))
+                continue;
+            seen.insert(file);
+            const auto entry = DesktopEntry::load(QDir(folder).filePath(file));
+            if (!entry || entry->hidden || entry->noDisplay || entry->name.isEmpty() ||
+                entry->type != QLatin1String("Application") || entry->executableName().isEmpty())
+                continue;
+            const bool opensPictures =
+                std::any_of(pictureTypes.cbegin(), pictureTypes.cend(),
+                            [&](const QString& t) { return entry->mimeTypes.contains(t); });
+            if (opensPictures)
+                apps.push_back({file, entry->name, entry->executableName()});
+        }
+    }
+    std::sort(apps.begin(), apps.end(), [](const Application& a, const Application& b) {
+        return a.name.compare(b.name, Qt::CaseInsensitive) < 0;
+    });
+    return apps;
+}
+
+QStringList applicationFolders()
+{
+    return QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation);
 }
 
 std::optional<QStringList> splitExec(const QString& exec)

@@ -3,6 +3,10 @@
 // entry, without a shell.
 #include "platform/freedesktop/DesktopEntry.h"
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 using platform::freedesktop::DesktopEntry;
@@ -40,4 +44,48 @@ TEST(DesktopEntry, FieldCodesBecomeTheFileAndQuotingIsKept)
     EXPECT_FALSE(splitExec(QStringLiteral("a \"b")));
     EXPECT_EQ(splitExec(QStringLiteral("  a   \"\"  b ")),
               (QStringList{QStringLiteral("a"), QString(), QStringLiteral("b")}));
+}
+
+namespace {
+void writeEntry(const QString& folder, const QString& file, const QByteArray& body)
+{
+    QDir().mkpath(folder);
+    QFile f(folder + QLatin1Char('/') + file);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("[Desktop Entry]\nType=Application\n" + body);
+}
+} // namespace
+
+TEST(ImageApplications, ListsWhatOpensPicturesFirstFolderWinningSortedByName)
+{
+    QTemporaryDir dir;
+    const QString home = dir.filePath(QStringLiteral("home"));
+    const QString system = dir.filePath(QStringLiteral("system"));
+    writeEntry(system, QStringLiteral("viewer.desktop"),
+               "Name=Viewer\nExec=/usr/bin/viewer %U\nMimeType=image/png;image/gif;\n");
+    writeEntry(system, QStringLiteral("paint.desktop"),
+               "Name=paint\nExec=paint %f\nMimeType=image/tiff;\n");
+    writeEntry(system, QStringLiteral("editor.desktop"),
+               "Name=Editor\nExec=editor %F\nMimeType=text/plain;\n");
+    writeEntry(system, QStringLiteral("menuless.desktop"),
+               "Name=Menuless\nExec=menuless\nMimeType=image/png;\nNoDisplay=true\n");
+    writeEntry(system, QStringLiteral("gone.desktop"),
+               "Name=Gone\nExec=gone\nMimeType=image/jpeg;\n");
+    writeEntry(system, QStringLiteral("link.desktop"),
+               "Name=Link\nType=Link\nURL=x\nMimeType=image/png;\n");
+    // The user's own entries override the system's of the same id.
+    writeEntry(home, QStringLiteral("gone.desktop"), "Name=Gone\nHidden=true\n");
+    writeEntry(home, QStringLiteral("viewer.desktop"),
+               "Name=Acme Viewer\nExec=\"/opt/acme viewer/bin/view\" %u\nMimeType=image/jpeg\n");
+
+    const auto apps = platform::freedesktop::imageApplications({home, system});
+    ASSERT_EQ(apps.size(), 2u);
+    EXPECT_EQ(apps[0].desktopId, QStringLiteral("viewer.desktop"));
+    EXPECT_EQ(apps[0].name, QStringLiteral("Acme Viewer"));
+    EXPECT_EQ(apps[0].executableName, QStringLiteral("view"));
+    EXPECT_EQ(apps[1].desktopId, QStringLiteral("paint.desktop"));
+    EXPECT_EQ(apps[1].executableName, QStringLiteral("paint"));
+
+    EXPECT_TRUE(
+        platform::freedesktop::imageApplications({dir.filePath(QStringLiteral("none"))}).empty());
 }
