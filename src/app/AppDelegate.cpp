@@ -18,6 +18,7 @@
 #include "platform/SoundPlayer.h"
 #include "platform/Speaker.h"
 #include "platform/WindowServer.h"
+#include "platform/freedesktop/DesktopEntry.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopNotifier.h"
 #include "settings/Defaults.h"
@@ -519,6 +520,8 @@ void AppDelegate::OpenPreferences()
 {
     if (!m_preferences) {
         m_preferences = std::make_unique<PreferencesWindow>(*m_defaults, *m_services.autostart);
+        m_preferences->setImageApplications(
+            platform::freedesktop::imageApplications(platform::freedesktop::applicationFolders()));
         connect(m_preferences.get(), &PreferencesWindow::hideMenuBarIconChanged, this,
                 [this](bool hidden) { setStatusItemVisible(!hidden); });
         if (m_hotKeys) {
