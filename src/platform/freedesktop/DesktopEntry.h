@@ -44,6 +44,12 @@ struct DesktopEntry
 // The XDG application folders, most important first.
 [[nodiscard]] QStringList applicationFolders();
 
+// The Exec value that runs `arguments`, as written in a desktop file: an
+// argument with a reserved character (a space, a quote, `$`, ...) is
+// quoted with `"`, `` ` ``, `$` and `\` escaped inside, `%` is doubled so
+// it is no field code, and the file's own backslash escapes come last.
+[[nodiscard]] QByteArray execValue(const QStringList& arguments);
+
 // Splits an Exec value into words (double quotes, backslash escapes);
 // nothing for unbalanced quotes.
 [[nodiscard]] std::optional<QStringList> splitExec(const QString& exec);

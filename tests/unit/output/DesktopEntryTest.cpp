@@ -89,3 +89,60 @@ TEST(ImageApplications, ListsWhatOpensPicturesFirstFolderWinningSortedByName)
     EXPECT_TRUE(
         platform::freedesktop::imageApplications({dir.filePath(QStringLiteral("none"))}).empty());
 }
+
+TEST(ExecQuoting, ArgumentsAreQuotedAndEscapedByTheFormatsRules)
+{
+    using platform::freedesktop::execValue;
+    struct Case
+    {
+        const char* argument;
+        const char* written;
+    };
+    const Case cases[] = {
+        {"/usr/bin/kelvo", "/usr/bin/kelvo"},
+        {"/opt/My Apps/kelvo", "\"/opt/My Apps/kelvo\""},
+        // Inside quotes " ` $ and \ take a backslash, and every backslash
+        // is then doubled as the file's string escapes ask.
+        {"/opt/a\"b$c`d", "\"/opt/a\\\\\"b\\\\$c\\\\`d\""},
+        {"/opt/back\\slash", "\"/opt/back\\\\\\\\slash\""},
+        {"/opt/it's;(x)", "\"/opt/it's;(x)\""},
+        {"/opt/50%/kelvo", "/opt/50%%/kelvo"},
+        {"/opt/tab\there", "\"/opt/tab\\there\""},
+        {"", "\"\""},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(execValue({QString::fromUtf8(c.argument)}), QByteArray(c.written)) << c.argument;
+    EXPECT_EQ(execValue({QStringLiteral("/a b/kelvo"), QStringLiteral("gui")}),
+              QByteArray("\"/a b/kelvo\" gui"));
+}
+
+TEST(ExecQuoting, AWrittenExecLineReadsBackAsTheSameArguments)
+{
+    const QStringList programs{
+        QStringLiteral("/usr/bin/kelvo"),        QStringLiteral("/home/ada/My Programs/kelvo"),
+        QStringLiteral("/opt/\"odd\" $dir/k"),   QStringLiteral("/opt/back\\slash/kelvo"),
+        QStringLiteral("/opt/50% off/k`x`"),     QStringLiteral("/opt/new\nline/kelvo"),
+        QStringLiteral("/opt/Ünïcode dir/kelvo")};
+    for (const QString& program : programs) {
+        const QByteArray file = "[Desktop Entry]\nType=Application\nExec=" +
+                                platform::freedesktop::execValue({program}) + "\nName=K\n";
+        const auto entry = DesktopEntry::parse(file);
+        ASSERT_TRUE(entry) << program.toStdString();
+        EXPECT_EQ(entry->commandFor(QStringLiteral("/f.png")),
+                  (QStringList{program, QStringLiteral("/f.png")}))
+            << file.toStdString();
+    }
+}
+
+TEST(DesktopEntry, StringEscapesOfTheFileAreUndone)
+{
+    const auto e = DesktopEntry::parse("[Desktop Entry]\nName=A\\sB\\tC\\\\D\n"
+                                       "Exec=\"/a b/c\\\\\\\\d\" \"say \\\"hi\\\"\" %f\n");
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->name, QStringLiteral("A B\tC\\D"));
+    // A single backslash before a quote is no escape of the file: it is
+    // left for the Exec quoting, as entries written by hand have it.
+    EXPECT_EQ(e->commandFor(QStringLiteral("/f.png")),
+              (QStringList{QStringLiteral("/a b/c\\d"), QStringLiteral("say \"hi\""),
+                           QStringLiteral("/f.png")}));
+}
