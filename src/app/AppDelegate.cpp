@@ -422,6 +422,9 @@ void AppDelegate::registerAllHotKey()
 {
     using hotkeys::HotKeyAction;
     m_hotKeys = std::make_unique<hotkeys::HotKeyController>(*m_defaults, *m_services.hotKeys);
+    // Started at login, Kelvo has no terminal: a key another program holds
+    // must reach the user as a notification, not only on stderr.
+    m_hotKeys->setNotifier(m_notifier.get());
     m_hotKeys->setAction(HotKeyAction::RegionalScreenshots, [this] { regionalScreenshots(); });
     m_hotKeys->setAction(HotKeyAction::DelayScreenShot, [this] { delayScreenShot(); });
     m_hotKeys->setAction(HotKeyAction::ScreenshotWindowUnderCursor,
