@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -18,18 +17,6 @@ using namespace e2e;
 using namespace std::chrono_literals;
 
 namespace {
-
-QString xdotool(const QStringList& args)
-{
-    QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
-    if (!p.waitForFinished(5000)) {
-        p.kill();
-        p.waitForFinished(1000);
-        return {};
-    }
-    return QString::fromLatin1(p.readAllStandardOutput()).trimmed();
-}
 
 // The Exec line of a desktop file as a session starts it: the file's string
 // escapes first, then words split at blanks outside double quotes, where a
@@ -107,10 +94,7 @@ TEST(Autostart, TheEntryWrittenFromAFolderWithSpacesStartsKelvo)
     QString window;
     ASSERT_TRUE(waitFor(
         [&] {
-            window = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                              QStringLiteral("--pid"), QString::number(kelvo->pid()),
-                              QStringLiteral("--name"), QStringLiteral("^Kelvo$")})
-                         .section(u'\n', 0, 0);
+            window = kelvoWindowsOf(kelvo->pid()).value(0);
             return !window.isEmpty();
         },
         20s));
@@ -118,13 +102,7 @@ TEST(Autostart, TheEntryWrittenFromAFolderWithSpacesStartsKelvo)
     // "Start Kelvo when I log in", by its mnemonic, as a keyboard user would.
     const QString entryPath = desktop.configHome() + QStringLiteral("/autostart/kelvo.desktop");
     ASSERT_FALSE(QFile::exists(entryPath));
-    (void)xdotool({QStringLiteral("windowactivate"), window});
-    ASSERT_TRUE(waitFor(
-        [&] {
-            return xdotool({QStringLiteral("getactivewindow")}).toULongLong() ==
-                   window.toULongLong();
-        },
-        10s));
+    ASSERT_TRUE(activateWindow(window));
     x.tapKeyWithAlt("l");
     ASSERT_TRUE(waitFor([&] { return QFile::exists(entryPath); }, 10s))
         << kelvo->errors().toStdString();

@@ -5,8 +5,6 @@
 #include "support/TestDesktop.h"
 #include "support/XSession.h"
 
-#include <QProcess>
-
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -26,28 +24,7 @@ protected:
         ASSERT_TRUE(x->isConnected());
     }
 
-    // xdotool's answer, bounded, so a stuck window manager cannot hang us.
-    static QString xdotool(const QStringList& args)
-    {
-        QProcess p;
-        p.start(QStringLiteral("xdotool"), args);
-        if (!p.waitForFinished(5000)) {
-            p.kill();
-            p.waitForFinished(1000);
-            return {};
-        }
-        return QString::fromLatin1(p.readAllStandardOutput()).trimmed();
-    }
-
-    // The visible windows of the running Kelvo titled "Kelvo": the
-    // Preferences window is the only one it has outside a capture.
-    QStringList preferencesWindows()
-    {
-        return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                        QStringLiteral("--pid"), QString::number(kelvo->pid()),
-                        QStringLiteral("--name"), QStringLiteral("^Kelvo$")})
-            .split(u'\n', Qt::SkipEmptyParts);
-    }
+    QStringList preferencesWindows() { return kelvoWindowsOf(kelvo->pid()); }
 
     void startKelvo(const QStringList& arguments = {})
     {
@@ -58,13 +35,7 @@ protected:
     // Closes the window as a user would, with Escape while it has the focus.
     void closeWithEscape(const QString& window)
     {
-        (void)xdotool({QStringLiteral("windowactivate"), window});
-        ASSERT_TRUE(waitFor(
-            [&] {
-                return xdotool({QStringLiteral("getactivewindow")}).toULongLong() ==
-                       window.toULongLong();
-            },
-            10s));
+        ASSERT_TRUE(activateWindow(window));
         x->tapKey("Escape");
         ASSERT_TRUE(waitFor([&] { return preferencesWindows().isEmpty(); }, 10s));
     }

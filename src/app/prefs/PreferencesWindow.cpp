@@ -347,29 +347,24 @@ void PreferencesWindow::buildPictureControls(QFormLayout* form)
 
 void PreferencesWindow::connectPictureControls()
 {
-    connect(m_speakDelay, &QCheckBox::clicked, this, [this](bool on) {
-        settings::setYesNo(m_defaults, keys::playSoundWhenDelayScreenShots, on);
-        m_defaults.synchronize();
-    });
-    connect(m_needShadow, &QCheckBox::clicked, this, [this](bool on) {
-        settings::setYesNo(m_defaults, keys::needShadowOfnotSingleWindow, on);
-        m_defaults.synchronize();
-        m_shadowSize->setEnabled(on);
-        m_shadowColour->setEnabled(on);
-    });
+    // The switches stored as "YES" and "NO".
+    const auto storeYesNo = [this](QCheckBox* box, settings::keys::Key key) {
+        connect(box, &QCheckBox::clicked, this, [this, key](bool on) {
+            settings::setYesNo(m_defaults, key, on);
+            m_defaults.synchronize();
+        });
+    };
+    storeYesNo(m_speakDelay, keys::playSoundWhenDelayScreenShots);
+    storeYesNo(m_needShadow, keys::needShadowOfnotSingleWindow);
+    storeYesNo(m_needFillet, keys::needFilletOfnotSingleWindow);
+    storeYesNo(m_doubleClickCopies, keys::doubleClickToSavePaste);
+    connect(m_needShadow, &QCheckBox::toggled, m_shadowSize, &QWidget::setEnabled);
+    connect(m_needShadow, &QCheckBox::toggled, m_shadowColour, &QWidget::setEnabled);
     connect(m_shadowSize, &QSpinBox::valueChanged, this, [this](int points) {
         m_defaults.setObject(keys::sizeOfShadow, QString::number(points));
         m_defaults.synchronize();
     });
     connect(m_shadowColour, &QPushButton::clicked, this, &PreferencesWindow::chooseShadowColour);
-    connect(m_needFillet, &QCheckBox::clicked, this, [this](bool on) {
-        settings::setYesNo(m_defaults, keys::needFilletOfnotSingleWindow, on);
-        m_defaults.synchronize();
-    });
-    connect(m_doubleClickCopies, &QCheckBox::clicked, this, [this](bool on) {
-        settings::setYesNo(m_defaults, keys::doubleClickToSavePaste, on);
-        m_defaults.synchronize();
-    });
     connect(m_saveAndOpenModifier, &PopUpButton::activated, this, [this](int index) {
         m_defaults.setObject(keys::doubleClickModifierKey,
                              QString::fromLatin1(kModifierChoices[index].stored));
