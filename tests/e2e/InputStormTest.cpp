@@ -211,7 +211,9 @@ protected:
                 << "the save left no picture";
             ++saves;
         } else {
-            EXPECT_FALSE(x->clipboardPng().isEmpty()) << "the copy left no picture";
+            // The overlays may go before the clipboard's owner answers.
+            EXPECT_TRUE(waitFor([&] { return !x->clipboardPng().isEmpty(); }, 10s))
+                << "the copy left no picture";
             ++copies;
         }
     }
