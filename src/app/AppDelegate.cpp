@@ -18,6 +18,7 @@
 #include "platform/SoundPlayer.h"
 #include "platform/Speaker.h"
 #include "platform/WindowServer.h"
+#include "platform/freedesktop/DesktopEntry.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopNotifier.h"
 #include "settings/Defaults.h"
@@ -363,6 +364,7 @@ bool AppDelegate::registerOnBus()
     });
     connect(m_bus, &KelvoBus::regionalScreenshotsRequested, this,
             &AppDelegate::regionalScreenshots);
+    connect(m_bus, &KelvoBus::preferencesRequested, this, &AppDelegate::OpenPreferences);
     return m_bus->registerOnBus();
 }
 
@@ -420,6 +422,9 @@ void AppDelegate::registerAllHotKey()
 {
     using hotkeys::HotKeyAction;
     m_hotKeys = std::make_unique<hotkeys::HotKeyController>(*m_defaults, *m_services.hotKeys);
+    // Started at login, Kelvo has no terminal: a key another program holds
+    // must reach the user as a notification, not only on stderr.
+    m_hotKeys->setNotifier(m_notifier.get());
     m_hotKeys->setAction(HotKeyAction::RegionalScreenshots, [this] { regionalScreenshots(); });
     m_hotKeys->setAction(HotKeyAction::DelayScreenShot, [this] { delayScreenShot(); });
     m_hotKeys->setAction(HotKeyAction::ScreenshotWindowUnderCursor,
@@ -518,6 +523,8 @@ void AppDelegate::OpenPreferences()
 {
     if (!m_preferences) {
         m_preferences = std::make_unique<PreferencesWindow>(*m_defaults, *m_services.autostart);
+        m_preferences->setImageApplications(
+            platform::freedesktop::imageApplications(platform::freedesktop::applicationFolders()));
         connect(m_preferences.get(), &PreferencesWindow::hideMenuBarIconChanged, this,
                 [this](bool hidden) { setStatusItemVisible(!hidden); });
         if (m_hotKeys) {

@@ -30,6 +30,13 @@ CommandLine CommandLine::parse(const QStringList& args)
             if (!cl.capture)
                 cl.verb = Verb::Invalid;
         }
+    } else if (first == QLatin1String("prefs")) {
+        cl.verb = Verb::Prefs;
+        if (!cl.arguments.isEmpty()) {
+            cl.verb = Verb::Invalid;
+            cl.error = QStringLiteral("prefs takes no arguments: %1")
+                           .arg(core::shortForMessage(cl.arguments.join(QLatin1Char(' '))));
+        }
     } else if (first == QLatin1String("full") || first == QLatin1String("screen")) {
         if (cl.arguments.contains(QLatin1String("-h")) ||
             cl.arguments.contains(QLatin1String("--help"))) {
@@ -68,6 +75,9 @@ QString CommandLine::usage()
                        "\n"
                        "Commands:\n");
     text += CaptureRequest::usage();
+    text +=
+        QStringLiteral("  prefs               open the Preferences window of the running Kelvo,\n"
+                       "                      starting Kelvo first if needed\n");
     text += output::ShotRequest::usage();
     for (const OfflineCommand& c : offlineCommands())
         text += QStringLiteral("  %1\n").arg(QString::fromUtf8(c.usage));

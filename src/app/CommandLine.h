@@ -23,8 +23,9 @@ struct CommandLine
 {
     enum class Verb
     {
-        Tray, // start the tray application (or do nothing if it runs)
-        Gui,  // a region capture in the running instance
+        Tray,  // start the tray application (or do nothing if it runs)
+        Gui,   // a region capture in the running instance
+        Prefs, // the Preferences window of the running instance
         Help,
         Version,
         Offline, // a verb that needs no desktop (stitch, colour-name, ...)

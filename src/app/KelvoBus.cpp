@@ -199,6 +199,11 @@ QVariantMap KelvoBus::HotKeys()
     return m_hotKeyReport ? m_hotKeyReport() : QVariantMap();
 }
 
+void KelvoBus::ShowPreferences()
+{
+    Q_EMIT preferencesRequested();
+}
+
 void KelvoBus::onBroadcastScreenShots()
 {
     Q_EMIT regionalScreenshotsRequested();

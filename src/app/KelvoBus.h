@@ -83,9 +83,13 @@ public Q_SLOTS:
     // ("registered", "held" by another program, …); empty until the keys
     // have been taken at start, which scripts can wait for.
     QVariantMap HotKeys();
+    // Brings up the Preferences window: a second start of Kelvo, and the
+    // only way in when the tray icon is hidden or there is no tray.
+    void ShowPreferences();
 
 Q_SIGNALS:
     void regionalScreenshotsRequested();
+    void preferencesRequested();
     void pinFromDragPasteboardRequested();
 
 private Q_SLOTS:

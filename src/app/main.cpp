@@ -40,6 +40,18 @@ QTextStream& err()
     return stream;
 }
 
+// A second start, or `kelvo prefs`: the running instance shows its
+// Preferences window, the one way in when its tray icon is hidden.
+int showPreferencesOfRunningInstance()
+{
+    const QString error = app::KelvoBus::callRunningInstance(QStringLiteral("ShowPreferences"));
+    if (!error.isEmpty()) {
+        err() << "kelvo: the running instance did not answer: " << error << '\n';
+        return app::exitcode::Error;
+    }
+    return app::exitcode::Done;
+}
+
 // Hands the request to the instance that already runs. Answers the exit
 // code, or -1 when no instance runs and this process should become it.
 int forwardToRunningInstance(const app::CommandLine& cl, int argc, char** argv)
@@ -66,8 +78,7 @@ int forwardToRunningInstance(const app::CommandLine& cl, int argc, char** argv)
                "when it was started with them\n";
         return app::exitcode::Error;
     }
-    err() << "kelvo: Kelvo is already running\n";
-    return app::exitcode::Done;
+    return showPreferencesOfRunningInstance();
 }
 
 // Connects to the notification server only when there is something to
@@ -192,8 +203,11 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
                                .isEmpty()
                            ? app::exitcode::Done
                            : app::exitcode::Error;
-            err() << "kelvo: Kelvo is already running\n";
-            return app::exitcode::Done;
+            if (!cl.documents.isEmpty()) {
+                err() << "kelvo: Kelvo is already running\n";
+                return app::exitcode::Error;
+            }
+            return showPreferencesOfRunningInstance();
         }
         err() << "kelvo: no D-Bus session bus; running without single-instance control\n";
     }
@@ -202,6 +216,8 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
         delegate.openURLs(cl.documents);
     if (cl.verb == app::CommandLine::Verb::Gui)
         QTimer::singleShot(0, &delegate, &app::AppDelegate::regionalScreenshots);
+    if (cl.verb == app::CommandLine::Verb::Prefs)
+        QTimer::singleShot(0, &delegate, &app::AppDelegate::OpenPreferences);
     return QApplication::exec();
 }
 
@@ -240,6 +256,7 @@ int main(int argc, char** argv)
             return runCaptureRequest(cl, argc, argv);
         break;
     case app::CommandLine::Verb::Tray:
+    case app::CommandLine::Verb::Prefs:
         break;
     }
 

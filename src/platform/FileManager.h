@@ -5,6 +5,18 @@
 
 namespace platform {
 
+// The identifier that, chosen as the application that opens captures,
+// means "show the file in the file manager".
+inline constexpr char kFileManagerChoice[] = "org.freedesktop.FileManager1";
+
+// An application the user can choose to open saved captures with.
+struct Application
+{
+    QString desktopId;      // its desktop entry's file name, "eog.desktop"
+    QString name;           // as menus show it
+    QString executableName; // Exec's program, "eog"
+};
+
 class FileManager
 {
 public:

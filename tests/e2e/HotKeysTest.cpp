@@ -6,8 +6,10 @@
 #include "support/XSession.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 
 #include <gtest/gtest.h>
 
@@ -141,4 +143,80 @@ TEST_F(HotKeys, AKeyAnotherProgramHoldsIsReportedAndTheOthersStillWork)
     EXPECT_FALSE(waitFor([&] { return !overlaysGone(); }, 1s));
     EXPECT_TRUE(kelvo->isRunning());
     x->ungrabKey("a", kAlt);
+}
+
+namespace {
+
+// What the notification server (dunst) was asked to show, by body: the
+// shown ones are closed first, so that its history holds them all.
+QStringList notificationBodies()
+{
+    const QString service = QStringLiteral("org.freedesktop.Notifications");
+    const QString path = QStringLiteral("/org/freedesktop/Notifications");
+    const QString dunst = QStringLiteral("org.dunstproject.cmd0");
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.call(QDBusMessage::createMethodCall(service, path, dunst,
+                                            QStringLiteral("NotificationCloseAll")));
+    const QDBusMessage reply = bus.call(QDBusMessage::createMethodCall(
+        service, path, dunst, QStringLiteral("NotificationListHistory")));
+    QStringList bodies;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return bodies;
+    QList<QVariantMap> history;
+    reply.arguments().constFirst().value<QDBusArgument>() >> history;
+    for (const QVariantMap& n : history) {
+        const QVariant app = n.value(QStringLiteral("appname"));
+        if (app.toString() == QLatin1String("Kelvo"))
+            bodies << n.value(QStringLiteral("body")).toString();
+    }
+    return bodies;
+}
+
+} // namespace
+
+TEST(HotKeysHeld, AKeyHeldAtStartIsNotifiedAndTakenOnceItIsFree)
+{
+    TestDesktop desktop({.twoMonitors = true, .compositor = false, .notifications = true});
+    ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+    XSession x;
+    ASSERT_TRUE(x.isConnected());
+    ASSERT_TRUE(x.grabKey("a", kAlt)); // another program has Alt+A first
+
+    KelvoProcess kelvo;
+    ASSERT_TRUE(waitFor([] { return kelvoOnBus(); }, 20s)) << kelvo.errors().toStdString();
+    ASSERT_TRUE(waitFor([] { return kelvoHotKeys().size() == 6; }, 20s));
+    EXPECT_EQ(kelvoHotKeys().value(QStringLiteral("regionalScreenshotsRecorder")),
+              QStringLiteral("held"));
+
+    // Told to the user, not only on stderr: the server has it.
+    QStringList bodies;
+    ASSERT_TRUE(waitFor(
+        [&] {
+            bodies = notificationBodies();
+            return !bodies.isEmpty();
+        },
+        20s))
+        << kelvo.errors().toStdString();
+    ASSERT_EQ(bodies.size(), 1) << bodies.join(u'|').toStdString();
+    EXPECT_TRUE(bodies.constFirst().contains(QStringLiteral("⌥A")))
+        << bodies.constFirst().toStdString();
+    EXPECT_TRUE(bodies.constFirst().contains(QStringLiteral("Another program already uses")));
+
+    // The other program lets go: Kelvo takes the key and it works.
+    x.ungrabKey("a", kAlt);
+    ASSERT_TRUE(waitFor(
+        [] {
+            return kelvoHotKeys().value(QStringLiteral("regionalScreenshotsRecorder")) ==
+                   QStringLiteral("registered");
+        },
+        20s))
+        << kelvo.errors().toStdString();
+    x.movePointer(700, 400);
+    x.tapKeyWithAlt("a");
+    EXPECT_TRUE(waitFor(
+        [&] { return x.overlaysOf(kelvo.pid()).size() == 2 && x.keyboardGrabbedByOther(); }, 20s))
+        << kelvo.errors().toStdString();
+    x.tapKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return x.overlaysOf(kelvo.pid()).empty(); }, 20s));
+    EXPECT_TRUE(kelvo.isRunning());
 }

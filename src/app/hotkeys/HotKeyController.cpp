@@ -9,6 +9,8 @@
 
 #include <QTextStream>
 
+#include <algorithm>
+
 namespace app::hotkeys {
 
 namespace keys = settings::keys;
@@ -20,6 +22,8 @@ HotKeyController::HotKeyController(settings::Defaults& defaults, platform::HotKe
     , m_center(center)
 {
     m_center.setHandler([this](const QString& identifier) { hotKeyAction(identifier); });
+    m_retry.setInterval(std::chrono::seconds(2));
+    connect(&m_retry, &QTimer::timeout, this, &HotKeyController::retryHeldHotKeys);
 }
 
 HotKeyController::~HotKeyController()
@@ -42,6 +46,46 @@ void HotKeyController::setNotifier(platform::DesktopNotifier* notifier)
     m_notifier = notifier;
 }
 
+void HotKeyController::setRetryInterval(std::chrono::milliseconds interval)
+{
+    m_retry.setInterval(interval);
+}
+
+void HotKeyController::retryHeldHotKeys()
+{
+    if (m_recording)
+        return;
+    QStringList taken;
+    for (auto& [identifier, status] : m_statuses) {
+        if (status != platform::HotKeyStatus::HeldByAnotherProgram)
+            continue;
+        const auto combo = shortcutFor(identifier);
+        if (!combo)
+            continue;
+        status = m_center.registerHotKey(identifier, *combo);
+        if (status == platform::HotKeyStatus::Registered)
+            taken << glyphString(*combo);
+    }
+    if (!taken.isEmpty())
+        QTextStream(stderr) << "kelvo: "
+                            << core::localized("%1 is free again and works as Kelvo's hot key.")
+                                   .arg(taken.join(QStringLiteral(", ")))
+                            << '\n';
+    updateRetry();
+}
+
+void HotKeyController::updateRetry()
+{
+    const bool anyHeld =
+        !m_recording && std::any_of(m_statuses.cbegin(), m_statuses.cend(), [](const auto& entry) {
+            return entry.second == platform::HotKeyStatus::HeldByAnotherProgram;
+        });
+    if (!anyHeld)
+        m_retry.stop();
+    else if (!m_retry.isActive())
+        m_retry.start();
+}
+
 void HotKeyController::registerAllHotKey()
 {
     unregisterAllHotKey();
@@ -53,6 +97,7 @@ void HotKeyController::registerAllHotKey()
     }
     Q_EMIT shortcutsLoaded();
     reportHeld(registerStored());
+    updateRetry();
 }
 
 QStringList HotKeyController::registerStored()
@@ -103,10 +148,11 @@ HotKeyController::shortcutRecorderDidEndRecording(const QString& identifier,
         table.remove(identifier);
         m_defaults.setObject(keys::shortcut, table);
         m_defaults.synchronize();
+        updateRetry();
         return platform::HotKeyStatus::Registered;
     }
-    // The key is kept even when another program holds it now: it works as
-    // soon as that program lets go and Kelvo starts again.
+    // The key is kept even when another program holds it now: it is tried
+    // again until that program lets go.
     const platform::HotKeyStatus status = m_center.registerHotKey(identifier, *combo);
     m_statuses[identifier] = status;
     table.insert(identifier, toStoredForm(*combo));
@@ -115,6 +161,7 @@ HotKeyController::shortcutRecorderDidEndRecording(const QString& identifier,
     Q_EMIT freshStatusItemMenu();
     if (status == platform::HotKeyStatus::HeldByAnotherProgram)
         reportHeld({glyphString(*combo)});
+    updateRetry();
     return status;
 }
 
@@ -129,6 +176,7 @@ void HotKeyController::setRecording(bool recording)
         unregisterAllHotKey();
     else
         registerStored();
+    updateRetry();
 }
 
 std::optional<platform::KeyCombo> HotKeyController::shortcutFor(const QString& identifier) const
@@ -163,8 +211,9 @@ void HotKeyController::reportHeld(const QStringList& keys)
     if (keys.isEmpty())
         return;
     const QString text =
-        core::localized("Another program already uses %1, so Kelvo cannot take it as a hot key. "
-                        "Choose another key in Preferences or quit that program.")
+        core::localized("Another program already uses %1, so Kelvo cannot take it as a hot key "
+                        "for now. Kelvo takes it as soon as that program lets it go; or choose "
+                        "another key in Preferences.")
             .arg(keys.join(QStringLiteral(", ")));
     QTextStream(stderr) << "kelvo: " << text << '\n';
     if (m_notifier != nullptr)

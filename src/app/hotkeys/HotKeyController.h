@@ -6,8 +6,10 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 #include <QVariantMap>
 
+#include <chrono>
 #include <functional>
 #include <map>
 
@@ -40,6 +42,12 @@ public:
     void setRecordingScreen(std::function<bool()> recordingScreen);
     // Where a key held by another program is reported besides stderr.
     void setNotifier(platform::DesktopNotifier* notifier);
+    // How often a key another program holds is tried again. X tells no one
+    // when a grab ends, so asking again is the only way to take the key
+    // once that program lets it go.
+    void setRetryInterval(std::chrono::milliseconds interval);
+    // Tries the held keys again now; each one taken works from then on.
+    void retryHeldHotKeys();
 
     // Installs the default table on a first run (before the first-run values
     // mark the run as done), then registers every stored entry.
@@ -73,6 +81,8 @@ private:
     // keys another program holds.
     QStringList registerStored();
     void reportHeld(const QStringList& keys);
+    // Keeps the retry timer running exactly while some key is held.
+    void updateRetry();
 
     settings::Defaults& m_defaults;
     platform::HotKeyCenter& m_center;
@@ -81,6 +91,7 @@ private:
     std::map<QString, platform::HotKeyStatus> m_statuses;
     std::function<bool()> m_recordingScreen;
     bool m_recording = false;
+    QTimer m_retry;
 };
 
 } // namespace app::hotkeys

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// `kelvo`: the command people and hot-key daemons run. A capture request for
-// a running instance is the hot path, so this program links nothing but
+// `kelvo`: the command people and hot-key daemons run. A request for a
+// running instance is the hot path, so this program links nothing but
 // libdbus and hands it over in about a millisecond; everything else (the
 // instance itself, the verbs that work on files) is the Qt program
 // `kelvo-app` beside it, which takes over this process with the same
@@ -43,7 +43,8 @@ enum class Forward
     Failed,
 };
 
-Forward forwardCapture()
+// Calls one argument-less method of the running instance.
+Forward forwardCall(const char* method)
 {
     // Without an explicit session bus libdbus would launch one of its own,
     // which would outlive us; the full program handles that case.
@@ -61,8 +62,7 @@ Forward forwardCapture()
         dbus_error_free(&error);
         return Forward::NotRunning;
     }
-    Message call(
-        dbus_message_new_method_call(kService, kPath, kInterface, "ScreenShotsByTessikGroup"));
+    Message call(dbus_message_new_method_call(kService, kPath, kInterface, method));
     Message reply(dbus_connection_send_with_reply_and_block(bus.get(), call.get(), 10000, &error));
     if (!reply) {
         std::fprintf(stderr, "kelvo: the running instance did not answer: %s\n",
@@ -88,8 +88,15 @@ std::string fullProgram()
 
 int main(int argc, char** argv)
 {
-    if (argc == 2 && std::strcmp(argv[1], "gui") == 0) {
-        switch (forwardCapture()) {
+    // A capture request, and a second start or `prefs` (the running
+    // instance shows its Preferences window).
+    const char* method = nullptr;
+    if (argc == 2 && std::strcmp(argv[1], "gui") == 0)
+        method = "ScreenShotsByTessikGroup";
+    else if (argc == 1 || (argc == 2 && std::strcmp(argv[1], "prefs") == 0))
+        method = "ShowPreferences";
+    if (method != nullptr) {
+        switch (forwardCall(method)) {
         case Forward::Done:
             return 0;
         case Forward::Failed:

@@ -6,6 +6,7 @@
 #include "app/output/ResultNotices.h"
 #include "core/Picture.h"
 #include "platform/DesktopNotifier.h"
+#include "platform/FileManager.h"
 
 #include <QDateTime>
 #include <QObject>
@@ -22,9 +23,7 @@ class Defaults;
 
 namespace app::output {
 
-// The bundle identifier that, chosen as the application that opens
-// captures, means "show the file in the file manager".
-inline constexpr char kFileManagerChoice[] = "org.freedesktop.FileManager1";
+using platform::kFileManagerChoice;
 
 // Where a save ended.
 struct SaveResult

@@ -4,6 +4,9 @@
 #include "settings/PreferenceActions.h"
 #include "settings/SavePathMenu.h"
 
+#include "platform/FileManager.h"
+
+#include <QColor>
 #include <QWidget>
 
 #include <functional>
@@ -12,7 +15,9 @@
 class QCheckBox;
 class QFormLayout;
 class QLabel;
+class QPushButton;
 class QRadioButton;
+class QSpinBox;
 
 namespace platform {
 class Autostart;
@@ -41,12 +46,19 @@ public:
     // Asks for a folder, starting in startFolder; an empty answer means
     // the user cancelled. Replaceable so that tests need no dialog.
     using FolderChooser = std::function<QString(QWidget* parent, const QString& startFolder)>;
+    // Asks for a colour, starting at `current`; an invalid answer means the
+    // user cancelled. Replaceable like the folder chooser.
+    using ColourChooser = std::function<QColor(QWidget* parent, const QColor& current)>;
 
     PreferencesWindow(settings::Defaults& defaults, platform::Autostart& autostart,
                       QWidget* parent = nullptr);
     ~PreferencesWindow() override;
 
     void setFolderChooser(FolderChooser chooser);
+    void setColourChooser(ColourChooser chooser);
+    // The applications offered for opening saved captures, besides the
+    // desktop's default and the file manager.
+    void setImageApplications(std::vector<platform::Application> applications);
     void reloadFromDefaults();
 
     // Where the hot key editors send what the user records; without it they
@@ -70,12 +82,21 @@ private:
     void showQuality(const settings::QualityButtons& buttons);
     void startAtLoginClicked(bool on);
     void buildShortcutRecorders(QFormLayout* form);
+    void buildPictureControls(QFormLayout* form);
+    void connectPictureControls();
+    void reloadPictureControls();
+    void showShadowColour(const QColor& colour);
+    void chooseShadowColour();
+    void showAppToOpen();
+    void appToOpenChosen(int index);
     void shortcutRecorded(ShortcutRecorder* recorder);
 
     settings::Defaults& m_defaults;
     platform::Autostart& m_autostart;
     settings::SavePathMenu m_savePathMenu;
     FolderChooser m_chooseFolder;
+    ColourChooser m_chooseColour;
+    std::vector<platform::Application> m_applications;
 
     QLabel* m_version = nullptr;
     QCheckBox* m_startAtLogin = nullptr;
@@ -88,6 +109,14 @@ private:
     QRadioButton* m_normalQuality = nullptr;
     QRadioButton* m_retinaQuality = nullptr;
     PopUpButton* m_delay = nullptr;
+    QCheckBox* m_speakDelay = nullptr;
+    QCheckBox* m_needShadow = nullptr;
+    QSpinBox* m_shadowSize = nullptr;
+    QPushButton* m_shadowColour = nullptr;
+    QCheckBox* m_needFillet = nullptr;
+    QCheckBox* m_doubleClickCopies = nullptr;
+    PopUpButton* m_saveAndOpenModifier = nullptr;
+    PopUpButton* m_appToOpen = nullptr;
     std::vector<ShortcutRecorder*> m_shortcutRecorders; // in the order of the hot key table
     QLabel* m_hotKeyError = nullptr;
     hotkeys::ShortcutEditing* m_shortcutEditing = nullptr;

@@ -5,7 +5,10 @@
 #include <QString>
 #include <QStringList>
 
+#include "platform/FileManager.h"
+
 #include <optional>
+#include <vector>
 
 namespace platform::freedesktop {
 
@@ -17,6 +20,10 @@ struct DesktopEntry
     QString name;
     QString exec;
     QString icon;
+    QString type;
+    QStringList mimeTypes;
+    bool noDisplay = false;
+    bool hidden = false; // the entry is deleted, also for the same id in later folders
 
     [[nodiscard]] static std::optional<DesktopEntry> parse(const QByteArray& text);
     [[nodiscard]] static std::optional<DesktopEntry> load(const QString& path);
@@ -29,6 +36,19 @@ struct DesktopEntry
     // Basename of Exec's first word, e.g. "gimp" for "/usr/bin/gimp %U".
     [[nodiscard]] QString executableName() const;
 };
+
+// The applications whose desktop entries (directly in `folders`, the first
+// folder winning for one desktop id) say they open PNG, JPEG or TIFF
+// pictures, sorted by name. Entries hidden from menus are left out.
+[[nodiscard]] std::vector<Application> imageApplications(const QStringList& folders);
+// The XDG application folders, most important first.
+[[nodiscard]] QStringList applicationFolders();
+
+// The Exec value that runs `arguments`, as written in a desktop file: an
+// argument with a reserved character (a space, a quote, `$`, ...) is
+// quoted with `"`, `` ` ``, `$` and `\` escaped inside, `%` is doubled so
+// it is no field code, and the file's own backslash escapes come last.
+[[nodiscard]] QByteArray execValue(const QStringList& arguments);
 
 // Splits an Exec value into words (double quotes, backslash escapes);
 // nothing for unbalanced quotes.

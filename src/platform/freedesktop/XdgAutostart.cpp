@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/freedesktop/XdgAutostart.h"
 
+#include "platform/freedesktop/DesktopEntry.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -8,30 +10,6 @@
 #include <QStandardPaths>
 
 namespace platform::freedesktop {
-
-namespace {
-
-// The value of a key in the [Desktop Entry] group, without localised
-// variants; a null QString when the key is missing.
-QString entryValue(const QByteArray& contents, QLatin1StringView key)
-{
-    bool inMainGroup = false;
-    for (const QByteArray& raw : contents.split('\n')) {
-        const QString line = QString::fromUtf8(raw).trimmed();
-        if (line.startsWith(u'[')) {
-            inMainGroup = line == QLatin1StringView("[Desktop Entry]");
-            continue;
-        }
-        if (!inMainGroup || line.startsWith(u'#'))
-            continue;
-        const qsizetype eq = line.indexOf(u'=');
-        if (eq > 0 && QStringView(line).left(eq).trimmed() == key)
-            return line.mid(eq + 1).trimmed();
-    }
-    return {};
-}
-
-} // namespace
 
 XdgAutostart::XdgAutostart()
     : XdgAutostart(defaultPath())
@@ -55,7 +33,9 @@ QByteArray XdgAutostart::desktopEntry(const QString& command)
     entry += "Type=Application\n";
     entry += "Name=Kelvo\n";
     entry += "Comment=Screenshot, mark-up and screen recording\n";
-    entry += "Exec=" + command.toUtf8() + "\n";
+    // Quoted by the format's rules: installed under a path with spaces,
+    // an unquoted program would be cut at the first one.
+    entry += "Exec=" + execValue({command}) + "\n";
     entry += "Icon=kelvo\n";
     entry += "Terminal=false\n";
     entry += "Categories=Utility;Graphics;\n";
@@ -68,12 +48,15 @@ bool XdgAutostart::isLoginItem()
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
-    const QByteArray contents = file.readAll();
-    if (entryValue(contents, QLatin1StringView("Hidden")).compare(u"true", Qt::CaseInsensitive) ==
-        0)
+    const auto entry = DesktopEntry::parse(file.readAll());
+    if (!entry || entry->hidden)
         return false;
-    const QString exec = entryValue(contents, QLatin1StringView("Exec"));
-    return exec.section(u' ', 0, 0, QString::SectionSkipEmpty) == m_command;
+    const auto words = splitExec(entry->exec);
+    if (!words || words->isEmpty())
+        return false;
+    QString program = words->constFirst();
+    program.replace(QLatin1String("%%"), QLatin1String("%"));
+    return program == m_command;
 }
 
 bool XdgAutostart::addToLoginItems()

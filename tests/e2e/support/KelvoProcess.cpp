@@ -40,7 +40,7 @@ QProcessEnvironment environmentWith(const QProcessEnvironment& extra)
 }
 } // namespace
 
-KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra)
+KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra, QString program)
     : m_process(std::make_unique<QProcess>())
 {
     m_process->setProcessEnvironment(environmentWith(extra));
@@ -49,7 +49,7 @@ KelvoProcess::KelvoProcess(QStringList arguments, QProcessEnvironment extra)
     m_errorFile = QDir::temp().filePath(
         QStringLiteral("kelvo-e2e-%1.log").arg(QCoreApplication::applicationPid()));
     m_process->setStandardErrorFile(m_errorFile);
-    m_process->start(kelvoBinary(), arguments);
+    m_process->start(program.isEmpty() ? kelvoBinary() : program, arguments);
     m_process->waitForStarted(10000);
 }
 

@@ -16,7 +16,9 @@ namespace e2e {
 class KelvoProcess
 {
 public:
-    explicit KelvoProcess(QStringList arguments = {}, QProcessEnvironment extra = {});
+    // `program` is the kelvo under test unless given (a copy elsewhere).
+    explicit KelvoProcess(QStringList arguments = {}, QProcessEnvironment extra = {},
+                          QString program = {});
     ~KelvoProcess();
 
     [[nodiscard]] bool isRunning() const;

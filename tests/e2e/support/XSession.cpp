@@ -3,6 +3,8 @@
 
 #include "support/TestDesktop.h"
 
+#include <QProcess>
+
 #include <X11/keysym.h>
 #include <xcb/xtest.h>
 
@@ -418,6 +420,37 @@ void XSession::ungrabKey(const char* keysymName, std::uint16_t modifiers)
 {
     xcb_ungrab_key(m_connection, keycodeOf(keysymOf(keysymName)), m_root, modifiers);
     sync();
+}
+
+QString xdotool(const QStringList& args)
+{
+    QProcess p;
+    p.start(QStringLiteral("xdotool"), args);
+    if (!p.waitForFinished(5000)) {
+        p.kill();
+        p.waitForFinished(1000);
+        return {};
+    }
+    return QString::fromLatin1(p.readAllStandardOutput()).trimmed();
+}
+
+QStringList kelvoWindowsOf(qint64 pid)
+{
+    return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                    QStringLiteral("--pid"), QString::number(pid), QStringLiteral("--name"),
+                    QStringLiteral("^Kelvo$")})
+        .split(u'\n', Qt::SkipEmptyParts);
+}
+
+bool activateWindow(const QString& window, std::chrono::milliseconds timeout)
+{
+    (void)xdotool({QStringLiteral("windowactivate"), window});
+    return waitFor(
+        [&] {
+            return xdotool({QStringLiteral("getactivewindow")}).toULongLong() ==
+                   window.toULongLong();
+        },
+        timeout);
 }
 
 } // namespace e2e

@@ -6,9 +6,11 @@
 #include <QImage>
 #include <QRect>
 #include <QString>
+#include <QStringList>
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <cstdint>
 #include <vector>
 
@@ -104,5 +106,16 @@ private:
     XSession& m_x;
     xcb_window_t m_window = 0;
 };
+
+// xdotool's answer, bounded: a window manager that will not answer must
+// not hang the test. Empty when it failed or took too long.
+[[nodiscard]] QString xdotool(const QStringList& args);
+// The visible windows of process `pid` titled "Kelvo": the Preferences
+// window and Kelvo's dialogs.
+[[nodiscard]] QStringList kelvoWindowsOf(qint64 pid);
+// Gives `window` the focus through the window manager and waits until it
+// has it.
+[[nodiscard]] bool activateWindow(const QString& window,
+                                  std::chrono::milliseconds timeout = std::chrono::seconds(10));
 
 } // namespace e2e

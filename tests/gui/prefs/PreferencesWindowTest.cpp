@@ -12,7 +12,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QRadioButton>
+#include <QSpinBox>
 
 #include <gtest/gtest.h>
 
@@ -273,4 +275,152 @@ TEST_F(PrefsWindow, EveryControlFitsInsideTheWindow)
     ASSERT_FALSE(shot.isNull());
     if (const QByteArray dir = qgetenv("KELVO_GRAB_DIR"); !dir.isEmpty())
         shot.save(QString::fromLocal8Bit(dir) + QStringLiteral("/preferences.png"));
+}
+
+TEST_F(PrefsWindow, PictureControlsShowTheStoredValues)
+{
+    defaults.setObject(keys::needShadowOfnotSingleWindow, QStringLiteral("NO"));
+    defaults.setObject(keys::sizeOfShadow, QStringLiteral("42"));
+    defaults.setObject(keys::colorOfShadow, QStringLiteral("#80ff0000"));
+    defaults.setObject(keys::needFilletOfnotSingleWindow, QStringLiteral("NO"));
+    defaults.setObject(keys::doubleClickToSavePaste, QStringLiteral("NO"));
+    defaults.setObject(keys::doubleClickModifierKey, QStringLiteral("Control"));
+    defaults.setObject(keys::playSoundWhenDelayScreenShots, QStringLiteral("NO"));
+
+    PreferencesWindow window(defaults, autostart);
+    EXPECT_FALSE(child<QCheckBox>(window, "needShadowOfnotSingleWindow")->isChecked());
+    auto* size = child<QSpinBox>(window, "sizeOfShadow");
+    EXPECT_EQ(size->value(), 42);
+    // Without a shadow its size and colour mean nothing.
+    EXPECT_FALSE(size->isEnabled());
+    auto* colour = child<QPushButton>(window, "colorOfShadow");
+    EXPECT_FALSE(colour->isEnabled());
+    EXPECT_EQ(colour->text(), QStringLiteral("#80FF0000"));
+    EXPECT_FALSE(child<QCheckBox>(window, "needFilletOfnotSingleWindow")->isChecked());
+    EXPECT_FALSE(child<QCheckBox>(window, "doubleClickToSavePaste")->isChecked());
+    auto* modifier = child<PopUpButton>(window, "doubleClickModifierKey");
+    EXPECT_EQ(modifier->title(), QStringLiteral("Super"));
+    EXPECT_EQ(modifier->selectedIndex(), 1);
+    EXPECT_FALSE(child<QCheckBox>(window, "playSoundWhenDelayScreenShots")->isChecked());
+    // Showing the values wrote none of them.
+    EXPECT_EQ(stored(keys::sizeOfShadow), QStringLiteral("42"));
+
+    // The first-run values, shown in a fresh window.
+    settings::MemoryStore freshStore;
+    settings::Defaults fresh{freshStore};
+    settings::StartContext context;
+    context.secondsSince1970 = 1700000000;
+    settings::installFirstRunValues(fresh, context);
+    PreferencesWindow first(fresh, autostart);
+    EXPECT_TRUE(child<QCheckBox>(first, "needShadowOfnotSingleWindow")->isChecked());
+    EXPECT_EQ(child<QSpinBox>(first, "sizeOfShadow")->value(), 18);
+    EXPECT_EQ(child<QPushButton>(first, "colorOfShadow")->text(), QStringLiteral("#66000000"));
+    EXPECT_EQ(child<PopUpButton>(first, "doubleClickModifierKey")->title(), QStringLiteral("Alt"));
+    EXPECT_TRUE(child<QCheckBox>(first, "playSoundWhenDelayScreenShots")->isChecked());
+}
+
+TEST_F(PrefsWindow, PictureControlsWriteTheirPreferencesInTheStoredForms)
+{
+    PreferencesWindow window(defaults, autostart);
+    auto* shadow = child<QCheckBox>(window, "needShadowOfnotSingleWindow");
+    auto* size = child<QSpinBox>(window, "sizeOfShadow");
+    shadow->click();
+    EXPECT_EQ(stored(keys::needShadowOfnotSingleWindow), QStringLiteral("NO"));
+    EXPECT_FALSE(size->isEnabled());
+    shadow->click();
+    EXPECT_EQ(stored(keys::needShadowOfnotSingleWindow), QStringLiteral("YES"));
+    EXPECT_TRUE(size->isEnabled());
+
+    size->setValue(30);
+    EXPECT_EQ(stored(keys::sizeOfShadow), QStringLiteral("30"));
+    // The range the start-up check accepts: no more than 100, no less than 0.
+    size->setValue(5000);
+    EXPECT_EQ(stored(keys::sizeOfShadow), QStringLiteral("100"));
+    size->setValue(-3);
+    EXPECT_EQ(stored(keys::sizeOfShadow), QStringLiteral("0"));
+
+    child<QCheckBox>(window, "needFilletOfnotSingleWindow")->click();
+    EXPECT_EQ(stored(keys::needFilletOfnotSingleWindow), QStringLiteral("NO"));
+    child<QCheckBox>(window, "doubleClickToSavePaste")->click();
+    EXPECT_EQ(stored(keys::doubleClickToSavePaste), QStringLiteral("NO"));
+    EXPECT_FALSE(defaults.boolForKey(keys::doubleClickToSavePaste));
+    child<QCheckBox>(window, "playSoundWhenDelayScreenShots")->click();
+    EXPECT_EQ(stored(keys::playSoundWhenDelayScreenShots), QStringLiteral("NO"));
+
+    auto* modifier = child<PopUpButton>(window, "doubleClickModifierKey");
+    ASSERT_EQ(modifier->items(), (QStringList{QStringLiteral("Ctrl"), QStringLiteral("Super"),
+                                              QStringLiteral("Alt")}));
+    choose(modifier, 0);
+    EXPECT_EQ(stored(keys::doubleClickModifierKey), QStringLiteral("Command"));
+    choose(modifier, 1);
+    EXPECT_EQ(stored(keys::doubleClickModifierKey), QStringLiteral("Control"));
+    choose(modifier, 2);
+    EXPECT_EQ(stored(keys::doubleClickModifierKey), QStringLiteral("Option"));
+}
+
+TEST_F(PrefsWindow, ShadowColourComesFromTheChooserAndACancelKeepsIt)
+{
+    PreferencesWindow window(defaults, autostart);
+    std::vector<QColor> offered;
+    QColor answer(0x12, 0x34, 0x56, 0x80);
+    window.setColourChooser([&](QWidget*, const QColor& current) {
+        offered.push_back(current);
+        return answer;
+    });
+    auto* button = child<QPushButton>(window, "colorOfShadow");
+    button->click();
+    EXPECT_EQ(stored(keys::colorOfShadow), QStringLiteral("#80123456"));
+    EXPECT_EQ(button->text(), QStringLiteral("#80123456"));
+    ASSERT_EQ(offered.size(), 1u);
+    EXPECT_EQ(offered[0], QColor(0, 0, 0, 0x66)); // the first-run colour
+
+    answer = QColor(); // cancelled
+    button->click();
+    EXPECT_EQ(stored(keys::colorOfShadow), QStringLiteral("#80123456"));
+    ASSERT_EQ(offered.size(), 2u);
+    EXPECT_EQ(offered[1], QColor(0x12, 0x34, 0x56, 0x80));
+}
+
+TEST_F(PrefsWindow, TheApplicationThatOpensCapturesIsChosenFromTheDesktopsList)
+{
+    PreferencesWindow window(defaults, autostart);
+    window.setImageApplications(
+        {{QStringLiteral("eog.desktop"), QStringLiteral("Image Viewer"), QStringLiteral("eog")},
+         {QStringLiteral("gimp.desktop"), QStringLiteral("GIMP"), QStringLiteral("gimp-2.10")}});
+    auto* apps = child<PopUpButton>(window, "selectedAppName");
+    ASSERT_EQ(apps->items().size(), 4);
+    EXPECT_EQ(apps->items().at(2), QStringLiteral("Image Viewer"));
+    EXPECT_EQ(apps->selectedIndex(), 0); // none chosen: the desktop's default
+
+    choose(apps, 3);
+    QVariantMap chosen = defaults.dictionaryForKey(keys::appOfUserSpecified);
+    EXPECT_EQ(chosen.value(QStringLiteral("bundleIdentifier")), QStringLiteral("gimp.desktop"));
+    EXPECT_EQ(chosen.value(QStringLiteral("executableName")), QStringLiteral("gimp-2.10"));
+
+    choose(apps, 1);
+    chosen = defaults.dictionaryForKey(keys::appOfUserSpecified);
+    EXPECT_EQ(chosen.value(QStringLiteral("bundleIdentifier")),
+              QString::fromLatin1(platform::kFileManagerChoice));
+
+    choose(apps, 0);
+    EXPECT_FALSE(defaults.contains(keys::appOfUserSpecified));
+}
+
+TEST_F(PrefsWindow, AStoredApplicationIsShownAlsoWhenItIsGone)
+{
+    defaults.setObject(
+        keys::appOfUserSpecified,
+        QVariantMap{{QStringLiteral("bundleIdentifier"), QStringLiteral("eog.desktop")},
+                    {QStringLiteral("executableName"), QStringLiteral("eog")}});
+    PreferencesWindow window(defaults, autostart);
+    auto* apps = child<PopUpButton>(window, "selectedAppName");
+    window.setImageApplications({});
+    EXPECT_EQ(apps->selectedIndex(), -1);
+    EXPECT_EQ(apps->title(), QStringLiteral("eog"));
+    EXPECT_TRUE(defaults.contains(keys::appOfUserSpecified));
+
+    window.setImageApplications(
+        {{QStringLiteral("eog.desktop"), QStringLiteral("Image Viewer"), QStringLiteral("eog")}});
+    EXPECT_EQ(apps->selectedIndex(), 2);
+    EXPECT_EQ(apps->title(), QStringLiteral("Image Viewer"));
 }

@@ -200,3 +200,45 @@ TEST_F(HotKeyControllerTest, WhileAnEditorRecordsTheGrabsAreOff)
     EXPECT_EQ(center.registered.size(), 6u);
     EXPECT_EQ(center.registered.at(kPin), (KeyCombo{Qt::Key_P, Qt::MetaModifier}));
 }
+
+TEST_F(HotKeyControllerTest, AHeldKeyIsTakenOnceTheOtherProgramLetsItGo)
+{
+    std::vector<HotKeyAction> ran;
+    controller->setAction(HotKeyAction::RegionalScreenshots,
+                          [&ran] { ran.push_back(HotKeyAction::RegionalScreenshots); });
+    center.heldElsewhere = {kAltA};
+    testing::internal::CaptureStderr();
+    controller->registerAllHotKey();
+    finishFirstRun();
+    EXPECT_EQ(controller->hotKeyReport().value(kRegion), QStringLiteral("held"));
+
+    // Still held: nothing changes, and nothing is told again.
+    controller->retryHeldHotKeys();
+    EXPECT_FALSE(center.isRegistered(kRegion));
+    EXPECT_EQ(notifier.sent.size(), 1u);
+
+    center.heldElsewhere.clear();
+    controller->retryHeldHotKeys();
+    const std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(controller->hotKeyReport().value(kRegion), QStringLiteral("registered"));
+    EXPECT_NE(err.find("free again"), std::string::npos) << err;
+    center.press(kRegion);
+    EXPECT_EQ(ran, std::vector<HotKeyAction>{HotKeyAction::RegionalScreenshots});
+    EXPECT_EQ(center.registered.size(), 6u);
+}
+
+TEST_F(HotKeyControllerTest, NoKeyIsTakenBackWhileAnEditorRecords)
+{
+    center.heldElsewhere = {kAltA};
+    testing::internal::CaptureStderr();
+    controller->registerAllHotKey();
+    finishFirstRun();
+    controller->setRecording(true);
+    center.heldElsewhere.clear();
+    controller->retryHeldHotKeys();
+    (void)testing::internal::GetCapturedStderr();
+    // The editor must see every key typed, the freed one too.
+    EXPECT_TRUE(center.registered.empty());
+    controller->setRecording(false);
+    EXPECT_TRUE(center.isRegistered(kRegion));
+}

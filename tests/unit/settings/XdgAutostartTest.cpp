@@ -92,3 +92,23 @@ TEST(XdgAutostart, OnlyAVisibleEntryRunningKelvoCounts)
     writeFile(path, "[Desktop Action x]\nExec=/opt/kelvo/bin/kelvo\n[Desktop Entry]\nName=K\n");
     EXPECT_FALSE(autostart.isLoginItem());
 }
+
+TEST(XdgAutostart, AProgramUnderAPathWithSpacesIsQuotedAndRecognised)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath(QStringLiteral("autostart/kelvo.desktop"));
+    const QString program = QStringLiteral("/home/ada/My Apps/Kelvo $1/kelvo-app");
+    XdgAutostart autostart(path, program);
+    ASSERT_TRUE(autostart.addToLoginItems()) << autostart.lastError().toStdString();
+    EXPECT_TRUE(readAll(path).split('\n').contains(
+        QByteArray("Exec=\"/home/ada/My Apps/Kelvo \\\\$1/kelvo-app\"")))
+        << readAll(path).toStdString();
+    EXPECT_TRUE(autostart.isLoginItem());
+    // The same folder without the rest of the name is another program.
+    EXPECT_FALSE(XdgAutostart(path, QStringLiteral("/home/ada/My")).isLoginItem());
+
+    // An entry written by hand with the program unquoted runs "/home/ada/My".
+    writeFile(path, "[Desktop Entry]\nExec=/home/ada/My Apps/Kelvo $1/kelvo-app\n");
+    EXPECT_FALSE(autostart.isLoginItem());
+}

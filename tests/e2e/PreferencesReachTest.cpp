@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The Preferences window within reach without the tray: a second start of
+// kelvo and `kelvo prefs` bring up the running instance's window.
+#include "support/KelvoProcess.h"
+#include "support/TestDesktop.h"
+#include "support/XSession.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+using namespace e2e;
+using namespace std::chrono_literals;
+
+namespace {
+
+class PreferencesReach : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
+        x = std::make_unique<XSession>();
+        ASSERT_TRUE(x->isConnected());
+    }
+
+    QStringList preferencesWindows() { return kelvoWindowsOf(kelvo->pid()); }
+
+    void startKelvo(const QStringList& arguments = {})
+    {
+        kelvo = std::make_unique<KelvoProcess>(arguments);
+        ASSERT_TRUE(waitFor([] { return kelvoOnBus(); }, 20s)) << kelvo->errors().toStdString();
+    }
+
+    // Closes the window as a user would, with Escape while it has the focus.
+    void closeWithEscape(const QString& window)
+    {
+        ASSERT_TRUE(activateWindow(window));
+        x->tapKey("Escape");
+        ASSERT_TRUE(waitFor([&] { return preferencesWindows().isEmpty(); }, 10s));
+    }
+
+    TestDesktop desktop;
+    std::unique_ptr<XSession> x;
+    std::unique_ptr<KelvoProcess> kelvo;
+};
+
+} // namespace
+
+TEST_F(PreferencesReach, ASecondStartOpensTheRunningInstancesPreferences)
+{
+    startKelvo();
+    // An ordinary start keeps the window hidden.
+    EXPECT_FALSE(waitFor([&] { return !preferencesWindows().isEmpty(); }, 1s));
+
+    const auto second = KelvoProcess::run({}, {}, 30000);
+    EXPECT_EQ(second.exitCode, 0) << second.err.toStdString();
+    EXPECT_FALSE(second.err.contains(QLatin1String("already running"))) << second.err.toStdString();
+    EXPECT_TRUE(waitFor([&] { return preferencesWindows().size() == 1; }, 20s))
+        << kelvo->errors().toStdString();
+    // One instance, still running: the second start only asked.
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(PreferencesReach, PrefsOpensTheWindowAgainAfterItWasClosed)
+{
+    startKelvo();
+    auto prefs = KelvoProcess::run({QStringLiteral("prefs")}, {}, 30000);
+    EXPECT_EQ(prefs.exitCode, 0) << prefs.err.toStdString();
+    ASSERT_TRUE(waitFor([&] { return preferencesWindows().size() == 1; }, 20s))
+        << kelvo->errors().toStdString();
+
+    closeWithEscape(preferencesWindows().constFirst());
+    prefs = KelvoProcess::run({QStringLiteral("prefs")}, {}, 30000);
+    EXPECT_EQ(prefs.exitCode, 0) << prefs.err.toStdString();
+    EXPECT_TRUE(waitFor([&] { return preferencesWindows().size() == 1; }, 20s))
+        << kelvo->errors().toStdString();
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(PreferencesReach, PrefsStartsKelvoWhenItDoesNotRunAndShowsTheWindow)
+{
+    ASSERT_FALSE(kelvoOnBus());
+    startKelvo({QStringLiteral("prefs")});
+    EXPECT_TRUE(waitFor([&] { return preferencesWindows().size() == 1; }, 20s))
+        << kelvo->errors().toStdString();
+    EXPECT_TRUE(kelvo->isRunning());
+}
+
+TEST_F(PreferencesReach, ArgumentsAfterPrefsAreRefusedWithoutTouchingTheInstance)
+{
+    startKelvo();
+    const auto bad = KelvoProcess::run({QStringLiteral("prefs"), QStringLiteral("now")}, {}, 30000);
+    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_TRUE(bad.err.contains(QLatin1String("now"))) << bad.err.toStdString();
+    EXPECT_FALSE(waitFor([&] { return !preferencesWindows().isEmpty(); }, 1s));
+    EXPECT_TRUE(kelvo->isRunning());
+}
