@@ -135,7 +135,9 @@ void QNClipScreenManager::startCapture()
     // window, the overlays' too: a capture could then never end. The dialog
     // comes first; it is brought forward so the user sees why.
     if (QWidget* modal = QApplication::activeModalWidget()) {
-        QTextStream(stderr) << "kelvo: a capture waits until the open dialog is answered\n";
+        QTextStream(stderr) << "kelvo: a capture waits until the dialog \"" << modal->windowTitle()
+                            << "\" is answered\n";
+        qCDebug(lcCapture) << "modal" << modal->metaObject()->className() << modal->isVisible();
         modal->raise();
         modal->activateWindow();
         QApplication::beep();
