@@ -4,6 +4,7 @@
 #include "app/hotkeys/HotKeyTable.h"
 #include "app/hotkeys/KeyComboCodec.h"
 #include "app/hotkeys/ShortcutEditing.h"
+#include "app/prefs/PictureSettings.h"
 #include "app/prefs/PopUpButton.h"
 #include "app/prefs/ShortcutRecorder.h"
 #include "core/Localized.h"
@@ -47,35 +48,6 @@ QString chooseFolderWithDialog(QWidget* parent, const QString& startFolder)
         startFolder, QFileDialog::ShowDirsOnly);
 }
 
-QColor chooseColourWithDialog(QWidget* parent, const QColor& current)
-{
-    return QColorDialog::getColor(current, parent,
-                                  QCoreApplication::translate("Localizable", "Shadow Colour"),
-                                  QColorDialog::ShowAlphaChannel);
-}
-
-// The stored names of the save-and-open modifier with the keys they stand
-// for here (Command is Ctrl, Control is Super, Option is Alt).
-struct ModifierChoice
-{
-    const char* stored;
-    const char* shown;
-};
-constexpr ModifierChoice kModifierChoices[] = {
-    {"Command", "Ctrl"},
-    {"Control", "Super"},
-    {"Option", "Alt"},
-};
-
-// The first two items of the application pop-up; the desktop's image
-// applications follow them.
-enum AppToOpenItem
-{
-    DefaultApplication = 0,
-    FileManager = 1,
-    FirstApplication = 2,
-};
-
 QLabel* caption(const QString& text, QWidget* parent)
 {
     auto* label = new QLabel(text, parent);
@@ -106,7 +78,7 @@ PreferencesWindow::PreferencesWindow(settings::Defaults& defaults, platform::Aut
     , m_autostart(autostart)
     , m_savePathMenu(defaults)
     , m_chooseFolder(chooseFolderWithDialog)
-    , m_chooseColour(chooseColourWithDialog)
+    , m_pictures(new PictureSettings(defaults, this))
 {
     setWindowTitle(QStringLiteral("Kelvo"));
     setObjectName(QStringLiteral("preferencesWindow"));
@@ -129,13 +101,12 @@ void PreferencesWindow::setFolderChooser(FolderChooser chooser)
 
 void PreferencesWindow::setColourChooser(ColourChooser chooser)
 {
-    m_chooseColour = chooser ? std::move(chooser) : ColourChooser(chooseColourWithDialog);
+    m_pictures->setColourChooser(std::move(chooser));
 }
 
 void PreferencesWindow::setImageApplications(std::vector<platform::Application> applications)
 {
-    m_applications = std::move(applications);
-    showAppToOpen();
+    m_pictures->setImageApplications(std::move(applications));
 }
 
 void PreferencesWindow::buildControls()
@@ -255,7 +226,7 @@ void PreferencesWindow::buildControls()
     m_speakDelay->setObjectName(QString(keys::playSoundWhenDelayScreenShots));
     form->addRow(QString(), m_speakDelay);
     form->addRow(rule(this));
-    buildPictureControls(form);
+    m_pictures->addRows(form);
     form->addRow(rule(this));
     buildShortcutRecorders(form);
     root->addLayout(form);
@@ -271,209 +242,12 @@ void PreferencesWindow::buildControls()
     setTabOrder(m_retinaQuality, m_normalQuality);
     setTabOrder(m_normalQuality, m_delay);
     setTabOrder(m_delay, m_speakDelay);
-    setTabOrder(m_speakDelay, m_needShadow);
-    setTabOrder(m_needShadow, m_shadowSize);
-    setTabOrder(m_shadowSize, m_shadowColour);
-    setTabOrder(m_shadowColour, m_needFillet);
-    setTabOrder(m_needFillet, m_doubleClickCopies);
-    setTabOrder(m_doubleClickCopies, m_saveAndOpenModifier);
-    setTabOrder(m_saveAndOpenModifier, m_appToOpen);
-    QWidget* previous = m_appToOpen;
+    QWidget* previous = m_pictures->chainTabOrder(m_speakDelay);
     for (ShortcutRecorder* recorder : m_shortcutRecorders) {
         setTabOrder(previous, recorder);
         previous = recorder;
     }
     setMinimumWidth(460);
-}
-
-void PreferencesWindow::buildPictureControls(QFormLayout* form)
-{
-    auto* shadowRow = new QHBoxLayout;
-    shadowRow->setSpacing(8);
-    m_needShadow =
-        new QCheckBox(QCoreApplication::translate("Localizable", "Add a shado&w of"), this);
-    m_needShadow->setObjectName(QString(keys::needShadowOfnotSingleWindow));
-    shadowRow->addWidget(m_needShadow);
-    m_shadowSize = new QSpinBox(this);
-    m_shadowSize->setObjectName(QString(keys::sizeOfShadow));
-    // The range the start-up check accepts.
-    m_shadowSize->setRange(0, 100);
-    m_shadowSize->setSuffix(QCoreApplication::translate("Localizable", " pt"));
-    shadowRow->addWidget(m_shadowSize);
-    m_shadowColour = new QPushButton(this);
-    m_shadowColour->setObjectName(QString(keys::colorOfShadow));
-    m_shadowColour->setToolTip(QCoreApplication::translate("Localizable", "Shadow colour"));
-    shadowRow->addWidget(m_shadowColour);
-    shadowRow->addStretch(1);
-    form->addRow(QCoreApplication::translate("Localizable", "Pictures:"), shadowRow);
-
-    m_needFillet = new QCheckBox(
-        QCoreApplication::translate("Localizable", "&Round the corners of regions"), this);
-    m_needFillet->setObjectName(QString(keys::needFilletOfnotSingleWindow));
-    form->addRow(QString(), m_needFillet);
-
-    m_doubleClickCopies = new QCheckBox(
-        QCoreApplication::translate("Localizable", "Double-&click in a selection copies it"), this);
-    m_doubleClickCopies->setObjectName(QString(keys::doubleClickToSavePaste));
-    form->addRow(QString(), m_doubleClickCopies);
-
-    auto* modifierRow = new QHBoxLayout;
-    modifierRow->setSpacing(8);
-    m_saveAndOpenModifier = new PopUpButton(this);
-    m_saveAndOpenModifier->setObjectName(QString(keys::doubleClickModifierKey));
-    QStringList shown;
-    for (const ModifierChoice& choice : kModifierChoices)
-        shown << QString::fromLatin1(choice.shown);
-    m_saveAndOpenModifier->setItems(shown);
-    m_saveAndOpenModifier->setMinimumWidth(80);
-    modifierRow->addWidget(m_saveAndOpenModifier);
-    modifierRow->addWidget(new QLabel(
-        QCoreApplication::translate("Localizable", "tapped twice saves and opens the picture"),
-        this));
-    modifierRow->addStretch(1);
-    auto* modifierLabel =
-        new QLabel(QCoreApplication::translate("Localizable", "Save and open:"), this);
-    modifierLabel->setBuddy(m_saveAndOpenModifier);
-    form->addRow(modifierLabel, modifierRow);
-
-    m_appToOpen = new PopUpButton(this);
-    m_appToOpen->setObjectName(QStringLiteral("selectedAppName"));
-    m_appToOpen->setMinimumWidth(200);
-    m_appToOpen->setMaximumWidth(300);
-    auto* appLabel = new QLabel(QCoreApplication::translate("Localizable", "Open &with:"), this);
-    appLabel->setBuddy(m_appToOpen);
-    form->addRow(appLabel, m_appToOpen);
-}
-
-void PreferencesWindow::connectPictureControls()
-{
-    // The switches stored as "YES" and "NO".
-    const auto storeYesNo = [this](QCheckBox* box, settings::keys::Key key) {
-        connect(box, &QCheckBox::clicked, this, [this, key](bool on) {
-            settings::setYesNo(m_defaults, key, on);
-            m_defaults.synchronize();
-        });
-    };
-    storeYesNo(m_speakDelay, keys::playSoundWhenDelayScreenShots);
-    storeYesNo(m_needShadow, keys::needShadowOfnotSingleWindow);
-    storeYesNo(m_needFillet, keys::needFilletOfnotSingleWindow);
-    storeYesNo(m_doubleClickCopies, keys::doubleClickToSavePaste);
-    connect(m_needShadow, &QCheckBox::toggled, m_shadowSize, &QWidget::setEnabled);
-    connect(m_needShadow, &QCheckBox::toggled, m_shadowColour, &QWidget::setEnabled);
-    connect(m_shadowSize, &QSpinBox::valueChanged, this, [this](int points) {
-        m_defaults.setObject(keys::sizeOfShadow, QString::number(points));
-        m_defaults.synchronize();
-    });
-    connect(m_shadowColour, &QPushButton::clicked, this, &PreferencesWindow::chooseShadowColour);
-    connect(m_saveAndOpenModifier, &PopUpButton::activated, this, [this](int index) {
-        m_defaults.setObject(keys::doubleClickModifierKey,
-                             QString::fromLatin1(kModifierChoices[index].stored));
-        m_defaults.synchronize();
-    });
-    connect(m_appToOpen, &PopUpButton::activated, this, &PreferencesWindow::appToOpenChosen);
-}
-
-void PreferencesWindow::reloadPictureControls()
-{
-    m_speakDelay->setChecked(m_defaults.boolForKey(keys::playSoundWhenDelayScreenShots));
-    const bool shadow = m_defaults.boolForKey(keys::needShadowOfnotSingleWindow);
-    m_needShadow->setChecked(shadow);
-    {
-        // Showing the stored size is no change of it.
-        const QSignalBlocker quiet(m_shadowSize);
-        m_shadowSize->setValue(static_cast<int>(m_defaults.integerForKey(keys::sizeOfShadow)));
-    }
-    m_shadowSize->setEnabled(shadow);
-    m_shadowColour->setEnabled(shadow);
-    showShadowColour(core::shadowColourFrom(m_defaults.stringForKey(keys::colorOfShadow)));
-    m_needFillet->setChecked(m_defaults.boolForKey(keys::needFilletOfnotSingleWindow));
-    m_doubleClickCopies->setChecked(m_defaults.boolForKey(keys::doubleClickToSavePaste));
-    const QString modifier = m_defaults.stringForKey(keys::doubleClickModifierKey);
-    m_saveAndOpenModifier->setTitle(modifier);
-    for (int i = 0; i < static_cast<int>(std::size(kModifierChoices)); ++i) {
-        if (modifier == QLatin1String(kModifierChoices[i].stored))
-            m_saveAndOpenModifier->selectItem(i);
-    }
-    showAppToOpen();
-}
-
-void PreferencesWindow::showShadowColour(const QColor& colour)
-{
-    // The colour over a chequer board, so its transparency shows.
-    QPixmap swatch(28, 14);
-    swatch.fill(Qt::white);
-    {
-        QPainter painter(&swatch);
-        for (int y = 0; y < swatch.height(); y += 7) {
-            for (int x = (y / 7) % 2 * 7; x < swatch.width(); x += 14)
-                painter.fillRect(x, y, 7, 7, QColor(0xcc, 0xcc, 0xcc));
-        }
-        painter.fillRect(swatch.rect(), colour);
-    }
-    m_shadowColour->setIcon(QIcon(swatch));
-    m_shadowColour->setIconSize(swatch.size());
-    m_shadowColour->setText(colour.name(QColor::HexArgb).toUpper());
-}
-
-void PreferencesWindow::chooseShadowColour()
-{
-    const QColor current = core::shadowColourFrom(m_defaults.stringForKey(keys::colorOfShadow));
-    const QColor chosen = m_chooseColour(this, current);
-    if (!chosen.isValid())
-        return;
-    m_defaults.setObject(keys::colorOfShadow, chosen.name(QColor::HexArgb));
-    m_defaults.synchronize();
-    showShadowColour(chosen);
-}
-
-void PreferencesWindow::showAppToOpen()
-{
-    QStringList titles{QCoreApplication::translate("Localizable", "The desktop's default"),
-                       QCoreApplication::translate("Localizable", "The file manager (show it)")};
-    for (const platform::Application& app : m_applications)
-        titles << app.name;
-    m_appToOpen->setItems(titles);
-
-    const QVariantMap chosen = m_defaults.dictionaryForKey(keys::appOfUserSpecified);
-    const QString id = chosen.value(QStringLiteral("bundleIdentifier")).toString();
-    if (id.isEmpty()) {
-        m_appToOpen->selectItem(DefaultApplication);
-        return;
-    }
-    if (id == QLatin1String(platform::kFileManagerChoice)) {
-        m_appToOpen->selectItem(FileManager);
-        return;
-    }
-    for (std::size_t i = 0; i < m_applications.size(); ++i) {
-        if (m_applications[i].desktopId == id) {
-            m_appToOpen->selectItem(FirstApplication + static_cast<int>(i));
-            return;
-        }
-    }
-    // A choice that is no longer installed is shown, not replaced; opening
-    // falls back on the desktop's default.
-    const QString executable = chosen.value(QStringLiteral("executableName")).toString();
-    m_appToOpen->selectItem(-1);
-    m_appToOpen->setTitle(executable.isEmpty() ? id : executable);
-}
-
-void PreferencesWindow::appToOpenChosen(int index)
-{
-    if (index == DefaultApplication) {
-        m_defaults.removeObjectForKey(keys::appOfUserSpecified);
-    } else if (index == FileManager) {
-        m_defaults.setObject(keys::appOfUserSpecified,
-                             QVariantMap{{QStringLiteral("bundleIdentifier"),
-                                          QString::fromLatin1(platform::kFileManagerChoice)},
-                                         {QStringLiteral("executableName"), QString()}});
-    } else {
-        const platform::Application& app =
-            m_applications.at(static_cast<std::size_t>(index - FirstApplication));
-        m_defaults.setObject(keys::appOfUserSpecified,
-                             QVariantMap{{QStringLiteral("bundleIdentifier"), app.desktopId},
-                                         {QStringLiteral("executableName"), app.executableName}});
-    }
-    m_defaults.synchronize();
 }
 
 void PreferencesWindow::buildShortcutRecorders(QFormLayout* form)
@@ -574,7 +348,10 @@ void PreferencesWindow::connectControls()
             [this] { showQuality(settings::normalImageButtonClick(m_defaults)); });
     connect(m_retinaQuality, &QRadioButton::clicked, this,
             [this] { showQuality(settings::retinaImageButtonClick(m_defaults)); });
-    connectPictureControls();
+    connect(m_speakDelay, &QCheckBox::clicked, this, [this](bool on) {
+        settings::setYesNo(m_defaults, keys::playSoundWhenDelayScreenShots, on);
+        m_defaults.synchronize();
+    });
 }
 
 void PreferencesWindow::reloadFromDefaults()
@@ -586,7 +363,8 @@ void PreferencesWindow::reloadFromDefaults()
     m_format->setTitle(m_defaults.stringForKey(keys::formatOfSavePhoto));
     m_delay->setTitle(m_defaults.stringForKey(keys::timeOfDelayScreenshots));
     showQuality(settings::qualityButtons(m_defaults));
-    reloadPictureControls();
+    m_speakDelay->setChecked(m_defaults.boolForKey(keys::playSoundWhenDelayScreenShots));
+    m_pictures->reload();
     m_savePathMenu.rebuild();
     showSavePathMenu();
     showShortcuts();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/prefs/PictureSettings.h"
 #include "settings/PreferenceActions.h"
 #include "settings/SavePathMenu.h"
 
@@ -46,9 +47,7 @@ public:
     // Asks for a folder, starting in startFolder; an empty answer means
     // the user cancelled. Replaceable so that tests need no dialog.
     using FolderChooser = std::function<QString(QWidget* parent, const QString& startFolder)>;
-    // Asks for a colour, starting at `current`; an invalid answer means the
-    // user cancelled. Replaceable like the folder chooser.
-    using ColourChooser = std::function<QColor(QWidget* parent, const QColor& current)>;
+    using ColourChooser = PictureSettings::ColourChooser;
 
     PreferencesWindow(settings::Defaults& defaults, platform::Autostart& autostart,
                       QWidget* parent = nullptr);
@@ -82,21 +81,13 @@ private:
     void showQuality(const settings::QualityButtons& buttons);
     void startAtLoginClicked(bool on);
     void buildShortcutRecorders(QFormLayout* form);
-    void buildPictureControls(QFormLayout* form);
-    void connectPictureControls();
-    void reloadPictureControls();
-    void showShadowColour(const QColor& colour);
-    void chooseShadowColour();
-    void showAppToOpen();
-    void appToOpenChosen(int index);
     void shortcutRecorded(ShortcutRecorder* recorder);
 
     settings::Defaults& m_defaults;
     platform::Autostart& m_autostart;
     settings::SavePathMenu m_savePathMenu;
     FolderChooser m_chooseFolder;
-    ColourChooser m_chooseColour;
-    std::vector<platform::Application> m_applications;
+    PictureSettings* m_pictures; // child of this window
 
     QLabel* m_version = nullptr;
     QCheckBox* m_startAtLogin = nullptr;
@@ -110,13 +101,6 @@ private:
     QRadioButton* m_retinaQuality = nullptr;
     PopUpButton* m_delay = nullptr;
     QCheckBox* m_speakDelay = nullptr;
-    QCheckBox* m_needShadow = nullptr;
-    QSpinBox* m_shadowSize = nullptr;
-    QPushButton* m_shadowColour = nullptr;
-    QCheckBox* m_needFillet = nullptr;
-    QCheckBox* m_doubleClickCopies = nullptr;
-    PopUpButton* m_saveAndOpenModifier = nullptr;
-    PopUpButton* m_appToOpen = nullptr;
     std::vector<ShortcutRecorder*> m_shortcutRecorders; // in the order of the hot key table
     QLabel* m_hotKeyError = nullptr;
     hotkeys::ShortcutEditing* m_shortcutEditing = nullptr;
