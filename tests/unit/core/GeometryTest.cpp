@@ -12,8 +12,8 @@ namespace {
 // both top-aligned, as RandR lays them out.
 ScreenLayout twoScreens()
 {
-    return ScreenLayout({{"DUMMY0", QRectF(0, 0, 1920, 1080), 1.0},
-                         {"DUMMY1", QRectF(1920, 0, 1280, 1024), 1.0}});
+    return ScreenLayout(
+        {{"DUMMY0", QRectF(0, 0, 1920, 1080), 1.0}, {"DUMMY1", QRectF(1920, 0, 1280, 1024), 1.0}});
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The bubble outline, rounded corners and the shadow, on geometry and on
 // real pixels.
-#include "core/BubblePath.h"
 #include "app/output/ImageDecoration.h"
+#include "core/BubblePath.h"
 
 #include <gtest/gtest.h>
 
