@@ -4,14 +4,8 @@
 #include "platform/HotKeyCenter.h"
 
 #include <QAbstractNativeEventFilter>
-#include <QObject>
 
-#include <xcb/xcb.h>
-#include <xcb/xcb_keysyms.h>
-
-#include <map>
 #include <memory>
-#include <vector>
 
 namespace platform::x11 {
 
@@ -40,30 +34,10 @@ public:
     [[nodiscard]] bool isRegistered(const QString& identifier) const override;
 
 private:
-    struct Grab
-    {
-        xcb_window_t root = 0;
-        xcb_keycode_t keycode = 0;
-        std::uint16_t modifiers = 0; // without the lock toggles
-    };
-    struct KeySymbolsDeleter
-    {
-        void operator()(xcb_key_symbols_t* symbols) const;
-    };
-
+    struct State;
     bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
-    void ungrab(const std::vector<Grab>& grabs);
-    [[nodiscard]] const QString* identifierOf(xcb_window_t root, xcb_keycode_t keycode,
-                                              std::uint16_t modifiers) const;
 
-    xcb_connection_t* m_connection = nullptr;
-    std::vector<xcb_window_t> m_roots;
-    std::unique_ptr<xcb_key_symbols_t, KeySymbolsDeleter> m_symbols;
-    std::map<QString, std::vector<Grab>> m_grabs;
-    Handler m_handler;
-    xcb_keycode_t m_keyDown = 0; // the hot key held now, whose repeats are dropped
-    // Queued presses are dropped with it when the centre goes away first.
-    QObject m_context;
+    std::unique_ptr<State> m;
 };
 
 } // namespace platform::x11

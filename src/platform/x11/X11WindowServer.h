@@ -3,12 +3,8 @@
 
 #include "platform/WindowServer.h"
 #include "platform/x11/NativeScreens.h"
-#include "platform/x11/ShmGrabber.h"
-#include "platform/x11/XcbHandles.h"
 
-#include <QHash>
-#include <QTimer>
-
+#include <memory>
 #include <optional>
 
 namespace platform::x11 {
@@ -18,6 +14,10 @@ namespace platform::x11 {
 // later pictures are cut from that grab without copying. Only with a
 // compositor running can a covered window be pictured whole (XComposite);
 // Kelvo never redirects windows itself.
+//
+// Put together from X11Atoms (the names it reads), stackedClients() (the
+// tree walk), layerOf() (the stacking layer) and X11FrozenDesktop (the grab
+// and the pictures cut from it).
 class X11WindowServer final : public WindowServer
 {
 public:
@@ -25,8 +25,10 @@ public:
     // given (tools that run without a QGuiApplication pass them).
     explicit X11WindowServer(std::optional<NativeScreens> screens = std::nullopt);
     ~X11WindowServer() override;
+    X11WindowServer(const X11WindowServer&) = delete;
+    X11WindowServer& operator=(const X11WindowServer&) = delete;
 
-    [[nodiscard]] bool isConnected() const { return m_connection != nullptr; }
+    [[nodiscard]] bool isConnected() const;
 
     core::ScreenLayout screens() override;
     std::vector<WindowRecord> windowList() override;
@@ -37,34 +39,13 @@ public:
 
     [[nodiscard]] bool compositorRunning();
     // The frozen root (device pixels), null before the first freeze.
-    [[nodiscard]] const QImage& frozenRoot() const { return m_frozen; }
+    [[nodiscard]] const QImage& frozenRoot() const;
 
 private:
-    struct Atoms;
-    struct Client;
+    struct State;
     void refreshScreens();
-    void freezeRoot();
-    [[nodiscard]] std::vector<Client> stackedClients();
-    [[nodiscard]] WindowRecord recordOf(const Client& client);
-    [[nodiscard]] int layerOf(const Client& client) const;
 
-    XcbConnectionPtr m_connection;
-    xcb_window_t m_root = 0;
-    int m_rootDepth = 24;
-    QSize m_rootSize;
-    std::unique_ptr<Atoms> m_atoms;
-    std::unique_ptr<ShmGrabber> m_grabber;
-    std::optional<NativeScreens> m_fixedScreens;
-    NativeScreens m_screens;
-    QImage m_frozen;
-    QHash<std::uint32_t, QRect> m_frames; // frame id -> device rectangle, from the last list
-    // Captures tend to come in runs; the grab's memory is kept between them
-    // and given back after a quiet minute.
-    QTimer m_releaseTimer;
+    std::unique_ptr<State> m;
 };
-
-// A view of part of an image that shares its pixels (no copy); the view keeps
-// the parent alive.
-[[nodiscard]] QImage sharedView(const QImage& parent, const QRect& rect);
 
 } // namespace platform::x11
