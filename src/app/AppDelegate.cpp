@@ -50,12 +50,6 @@ void report(const QString& line)
     QTextStream(stderr) << "kelvo: " << line << '\n' << Qt::flush;
 }
 
-// Pixels per point of a picture: the density it is written at.
-double densityOf(const core::Picture& picture)
-{
-    return picture.pointSize.width() > 0 ? picture.pixels.width() / picture.pointSize.width() : 1.0;
-}
-
 } // namespace
 
 AppDelegate::AppDelegate(Services services, QObject* parent)
@@ -98,7 +92,6 @@ void AppDelegate::connectImageOutput()
         mime->setData(QStringLiteral("image/png"), png);
         QGuiApplication::clipboard()->setMimeData(mime);
     };
-    services.screenScale = [this] { return m_outputScale; };
     services.clock = [] { return QDateTime::currentDateTime(); };
     services.report = report;
     m_output = std::make_unique<output::ImageOutput>(std::move(services));
@@ -136,7 +129,6 @@ void AppDelegate::saveFullImageToFile()
         return;
     }
     const core::Picture picture = core::Picture::withScale(image, screen.scale);
-    m_outputScale = screen.scale;
     (void)m_output->saveImageToFile(picture);
 }
 
@@ -177,7 +169,6 @@ void AppDelegate::saveWindowUnderCursor(int shadowSize)
         picture = output::addShadow(
             picture, shadowSize,
             output::shadowColourFrom(m_defaults->stringForKey(settings::keys::colorOfShadow)));
-    m_outputScale = scale;
     (void)m_output->saveImageToFile(picture);
 }
 
@@ -205,7 +196,6 @@ void AppDelegate::savePreviousArea(const QRectF& rect, double cornerRadius, int 
         report(QStringLiteral("the X server gave no picture of the previous area"));
         return;
     }
-    m_outputScale = densityOf(picture);
     (void)m_output->saveImageToFile(picture);
 }
 
@@ -237,7 +227,6 @@ void AppDelegate::onCaptureFinished(const capture::FinishedCapture& result)
         report(QStringLiteral("the capture ended without a picture"));
         return;
     }
-    m_outputScale = densityOf(picture);
     auto finish = [this, &result]() -> output::SaveResult {
         switch (result.destination) {
         case capture::FinishDestination::Clipboard:
@@ -297,7 +286,6 @@ void AppDelegate::runRequest()
             endRequest(nullptr, QStringLiteral("the X server gave no picture of the area"));
             return;
         }
-        m_outputScale = densityOf(picture);
         deliverRequest(picture, [this, &picture] { return m_output->saveImageToFile(picture); });
         return;
     }

@@ -165,7 +165,6 @@ private:
     std::unique_ptr<platform::freedesktop::FreedesktopNotifier> m_notifier;
     std::unique_ptr<platform::freedesktop::FreedesktopFileManager> m_files;
     std::unique_ptr<output::ImageOutput> m_output;
-    double m_outputScale = 1.0; // the density of the picture being written
     std::optional<PendingRequest> m_request;
 };
 

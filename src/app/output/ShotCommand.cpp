@@ -163,13 +163,11 @@ int ShotCommand::run(const ShotRequest& request)
     if (request.raw && !encodeFailed && m_services.writeOut)
         m_services.writeOut(png);
 
-    ImageOutput output({m_services.defaults,
-                        m_services.notifier,
-                        nullptr,
-                        {},
-                        [scale] { return scale; },
-                        {},
-                        report});
+    ImageOutput::Services outputServices;
+    outputServices.defaults = m_services.defaults;
+    outputServices.notifier = m_services.notifier;
+    outputServices.report = report;
+    ImageOutput output(std::move(outputServices));
     bool clipboardFailed = encodeFailed;
     if (request.clipboard && !encodeFailed) {
         const QString error =
