@@ -2,6 +2,7 @@
 #include "app/ActionPictures.h"
 
 #include "app/output/ImageDecoration.h"
+#include "app/output/ScreenPicture.h"
 #include "capture/logic/CaptureState.h"
 #include "capture/logic/WindowUnderMouse.h"
 #include "capture/ui/QNClipScreenManager.h"
@@ -58,12 +59,14 @@ void ActionPictures::saveFullImageToFile()
     const int index = m_services.state->screenOfScreenShot;
     const core::ScreenInfo& screen =
         layout.screen(index >= 0 && index < layout.count() ? index : 0);
-    const QImage image = m_services.windows->pictureOfRect(screen.frame);
-    if (image.isNull()) {
-        m_services.report(QStringLiteral("the X server gave no picture of the screen"));
+    QString error;
+    const core::Picture picture =
+        output::pictureOfScreenArea(*m_services.windows, screen.frame, screen.scale, &error);
+    if (picture.isNull()) {
+        m_services.report(error);
         return;
     }
-    (void)m_services.output->saveImageToFile(core::Picture::withScale(image, screen.scale));
+    (void)m_services.output->saveImageToFile(picture);
 }
 
 void ActionPictures::saveWindowUnderCursor(int shadowSize)
