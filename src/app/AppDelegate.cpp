@@ -1,26 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/AppDelegate.h"
 
+#include "app/ActionPictures.h"
 #include "app/KelvoBus.h"
+#include "app/RequestedCaptures.h"
 #include "app/StatusItem.h"
 #include "app/hotkeys/CaptureActions.h"
 #include "app/hotkeys/HotKeyController.h"
-#include "app/output/ImageDecoration.h"
 #include "app/output/ImageOutput.h"
 #include "app/prefs/PreferencesWindow.h"
-#include "capture/logic/WindowUnderMouse.h"
 #include "capture/ui/QNClipScreenManager.h"
+#include "core/Clock.h"
 #include "core/Localized.h"
 #include "platform/AudioDevices.h"
 #include "platform/Autostart.h"
+#include "platform/DesktopNotifier.h"
+#include "platform/FileManager.h"
 #include "platform/HotKeyCenter.h"
 #include "platform/PointerControl.h"
 #include "platform/SoundPlayer.h"
 #include "platform/Speaker.h"
 #include "platform/WindowServer.h"
 #include "platform/freedesktop/DesktopEntry.h"
-#include "platform/freedesktop/FreedesktopFileManager.h"
-#include "platform/freedesktop/FreedesktopNotifier.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/Migrations.h"
@@ -32,14 +33,10 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDBusConnection>
-#include <QFile>
-#include <QFileInfo>
-#include <QImageReader>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
 #include <QTextStream>
-#include <QTimer>
 
 namespace app {
 
@@ -48,12 +45,6 @@ namespace {
 void report(const QString& line)
 {
     QTextStream(stderr) << "kelvo: " << line << '\n' << Qt::flush;
-}
-
-// Pixels per point of a picture: the density it is written at.
-double densityOf(const core::Picture& picture)
-{
-    return picture.pointSize.width() > 0 ? picture.pixels.width() / picture.pointSize.width() : 1.0;
 }
 
 } // namespace
@@ -70,287 +61,110 @@ AppDelegate::AppDelegate(Services services, QObject* parent)
           *m_defaults, m_captureState, *m_services.windowServer, *m_services.pointer,
           *m_services.sound, *m_services.speaker))
 {
-    auto& hooks = m_captureActions->hooks();
-    hooks.mapImageToScreen = [this](const QImage& picture) { Q_EMIT pinRequested(picture); };
-    hooks.isScreenRecordingEnable = [this] { return isScreenRecordingEnable(); };
-    hooks.isValidToVisitMicroPhone = [this] { return isValidToVisitMicroPhone(); };
-    hooks.saveFullImageToFile = [this] { saveFullImageToFile(); };
-    hooks.saveWindowUnderCursor = [this](int shadowSize) { saveWindowUnderCursor(shadowSize); };
-    hooks.savePreviousArea = [this](const QRectF& rect, double cornerRadius, int shadowSize) {
-        savePreviousArea(rect, cornerRadius, shadowSize);
-    };
-    // On xcb this rings the X server's bell.
-    m_captureActions->setBeep([] { QApplication::beep(); });
+    if (!m_services.clock)
+        m_services.clock = std::make_unique<core::SystemClock>();
     connectImageOutput();
+    connectCaptureActions();
+    connectRequests();
 }
 
 void AppDelegate::connectImageOutput()
 {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    m_notifier = std::make_unique<platform::freedesktop::FreedesktopNotifier>(bus);
-    m_files = std::make_unique<platform::freedesktop::FreedesktopFileManager>(bus);
     output::ImageOutput::Services services;
     services.defaults = m_defaults.get();
-    services.notifier = m_notifier.get();
-    services.files = m_files.get();
+    services.notifier = m_services.notifier.get();
+    services.files = m_services.files.get();
     services.clipboard = [](const QByteArray& png) {
         auto* mime = new QMimeData;
         mime->setData(QStringLiteral("image/png"), png);
         QGuiApplication::clipboard()->setMimeData(mime);
     };
-    services.screenScale = [this] { return m_outputScale; };
     services.clock = [] { return QDateTime::currentDateTime(); };
+    services.timers = m_services.clock.get();
     services.report = report;
     m_output = std::make_unique<output::ImageOutput>(std::move(services));
-    m_notifier->setActivatedHandler(
-        [this](const platform::Notification& n) { m_output->didActivateNotification(n); });
-    m_captureActions->setNotifier(m_notifier.get());
 
-    connect(m_clipManager.get(), &capture::QNClipScreenManager::captureEnded, this,
-            &AppDelegate::onCaptureEnded);
+    ActionPictures::Services pictures;
+    pictures.windows = m_services.windowServer.get();
+    pictures.pointer = m_services.pointer.get();
+    pictures.defaults = m_defaults.get();
+    pictures.state = &m_captureState;
+    pictures.output = m_output.get();
+    pictures.captureRunning = [this] { return m_clipManager->isWorking(); };
+    pictures.beep = [] { QApplication::beep(); };
+    pictures.report = report;
+    m_pictures = std::make_unique<ActionPictures>(std::move(pictures));
+    connect(m_pictures.get(), &ActionPictures::pinRequested, this, &AppDelegate::pinRequested);
     connect(m_clipManager.get(), &capture::QNClipScreenManager::captureFinished, this,
             &AppDelegate::onCaptureFinished);
 }
 
-double AppDelegate::scaleOfScreen(int screen)
+void AppDelegate::connectCaptureActions()
 {
-    const core::ScreenLayout layout = m_services.windowServer->screens();
-    if (layout.isEmpty())
-        return 1.0;
-    return layout.screen(screen >= 0 && screen < layout.count() ? screen : 0).scale;
+    auto& hooks = m_captureActions->hooks();
+    ActionPictures* pictures = m_pictures.get();
+    hooks.mapImageToScreen = [pictures](const QImage& picture) {
+        pictures->mapImageToScreen(picture);
+    };
+    hooks.isScreenRecordingEnable = [this] { return isScreenRecordingEnable(); };
+    hooks.isValidToVisitMicroPhone = [this] { return isValidToVisitMicroPhone(); };
+    hooks.saveFullImageToFile = [pictures] { pictures->saveFullImageToFile(); };
+    hooks.saveWindowUnderCursor = [pictures](int shadowSize) {
+        pictures->saveWindowUnderCursor(shadowSize);
+    };
+    hooks.savePreviousArea = [pictures](const QRectF& rect, double cornerRadius, int shadowSize) {
+        pictures->savePreviousArea(rect, cornerRadius, shadowSize);
+    };
+    // On xcb this rings the X server's bell.
+    m_captureActions->setBeep([] { QApplication::beep(); });
+    m_captureActions->setNotifier(m_services.notifier.get());
 }
 
-void AppDelegate::saveFullImageToFile()
+void AppDelegate::connectRequests()
 {
-    const core::ScreenLayout layout = m_services.windowServer->screens();
-    if (layout.isEmpty()) {
-        report(QStringLiteral("no screen to take a picture of"));
-        return;
-    }
-    const int index = m_captureState.screenOfScreenShot;
-    const core::ScreenInfo& screen =
-        layout.screen(index >= 0 && index < layout.count() ? index : 0);
-    const QImage image = m_services.windowServer->pictureOfRect(screen.frame);
-    if (image.isNull()) {
-        report(QStringLiteral("the X server gave no picture of the screen"));
-        return;
-    }
-    const core::Picture picture = core::Picture::withScale(image, screen.scale);
-    m_outputScale = screen.scale;
-    (void)m_output->saveImageToFile(picture);
-}
-
-void AppDelegate::saveWindowUnderCursor(int shadowSize)
-{
-    // A capture's overlay covers every screen: the window under the pointer
-    // would be our own, and a new window pass would spoil its frozen desktop.
-    if (m_clipManager->isWorking()) {
-        report(QStringLiteral("no picture of the window under the pointer while a capture runs"));
-        QApplication::beep();
-        return;
-    }
-    platform::WindowServer& windows = *m_services.windowServer;
-    const core::ScreenLayout layout = windows.screens();
-    const capture::WindowUnderMouseChoice choice = capture::chooseWindowUnderMouse(
-        windows.windowList(), m_services.pointer->position(), layout);
-    const double scale = scaleOfScreen(m_captureState.screenOfScreenShot);
-    QImage image;
-    switch (choice.kind) {
-    case capture::WindowUnderMouseChoice::Kind::Window:
-        image = windows.pictureOfWindow(choice.number, QRectF());
-        break;
-    case capture::WindowUnderMouseChoice::Kind::WholeScreen:
-        image = windows.pictureOfRect(choice.screenRect);
-        break;
-    case capture::WindowUnderMouseChoice::Kind::Nothing:
-        break;
-    }
-    // The pictures share the frozen desktop's pixels until copied.
-    image = image.copy();
-    windows.thaw();
-    if (image.isNull()) {
-        report(QStringLiteral("there is no window under the pointer to take a picture of"));
-        return;
-    }
-    core::Picture picture = core::Picture::withScale(image, scale);
-    if (shadowSize > 0)
-        picture = output::addShadow(
-            picture, shadowSize,
-            output::shadowColourFrom(m_defaults->stringForKey(settings::keys::colorOfShadow)));
-    m_outputScale = scale;
-    (void)m_output->saveImageToFile(picture);
-}
-
-core::Picture AppDelegate::pictureOfPreviousArea(const QRectF& rect, double cornerRadius,
-                                                 int shadowSize)
-{
-    const double scale = scaleOfScreen(m_captureState.screenOfScreenShot);
-    const QImage image = m_services.windowServer->pictureOfRect(rect).copy();
-    if (image.isNull())
-        return {};
-    core::Picture picture = core::Picture::withScale(image, scale);
-    if (cornerRadius > 0)
-        picture = output::addRoundImgae(picture, cornerRadius);
-    if (shadowSize > 0)
-        picture = output::addShadow(
-            picture, shadowSize,
-            output::shadowColourFrom(m_defaults->stringForKey(settings::keys::colorOfShadow)));
-    return picture;
-}
-
-void AppDelegate::savePreviousArea(const QRectF& rect, double cornerRadius, int shadowSize)
-{
-    const core::Picture picture = pictureOfPreviousArea(rect, cornerRadius, shadowSize);
-    if (picture.isNull()) {
-        report(QStringLiteral("the X server gave no picture of the previous area"));
-        return;
-    }
-    m_outputScale = densityOf(picture);
-    (void)m_output->saveImageToFile(picture);
-}
-
-void AppDelegate::onCaptureEnded(bool finished)
-{
-    if (!m_request || !m_request->started)
-        return;
-    if (!finished) {
-        const uint id = m_request->id;
-        m_request.reset();
-        KelvoBus::captureCancelled(id);
-        return;
-    }
-    // The picture follows at once; should it not, the caller must not wait
-    // for ever.
-    const uint id = m_request->id;
-    QTimer::singleShot(0, this, [this, id] {
-        if (m_request && m_request->id == id) {
-            m_request.reset();
-            KelvoBus::captureFailed(id, QStringLiteral("the capture ended without a picture"));
-        }
-    });
+    RequestedCaptures::Services services;
+    services.clock = m_services.clock.get();
+    services.captureRunning = [this] { return m_clipManager->isWorking(); };
+    services.startCapture = [this] { m_clipManager->startCapture(); };
+    services.canSeeDesktop = [this] { return isScreenRecordingEnable(); };
+    services.asksForSavePath = [this] {
+        return settings::Preferences(*m_defaults).asksForSavePath();
+    };
+    services.pictureOfPreviousArea = [this](QString* error) {
+        return m_pictures->pictureOfStoredArea(m_captureActions->previousArea(), error);
+    };
+    services.copy = [this](const core::Picture& picture) {
+        (void)m_output->outputCapture(picture, true, false);
+    };
+    services.saveTo = [this](const core::Picture& picture, const QString& target) {
+        return m_output->saveImageTo(picture, target);
+    };
+    services.saveToFile = [this](const core::Picture& picture) {
+        return m_output->saveImageToFile(picture);
+    };
+    services.done = KelvoBus::captureDone;
+    services.cancelled = KelvoBus::captureCancelled;
+    services.failed = KelvoBus::captureFailed;
+    services.report = report;
+    m_requests = std::make_unique<RequestedCaptures>(std::move(services));
+    connect(m_clipManager.get(), &capture::QNClipScreenManager::captureEnded, m_requests.get(),
+            &RequestedCaptures::captureEnded);
 }
 
 void AppDelegate::onCaptureFinished(const capture::FinishedCapture& result)
 {
-    const core::Picture& picture = result.picture;
-    if (picture.isNull()) {
+    if (result.picture.isNull()) {
         report(QStringLiteral("the capture ended without a picture"));
         return;
     }
-    m_outputScale = densityOf(picture);
-    auto finish = [this, &result]() -> output::SaveResult {
-        switch (result.destination) {
-        case capture::FinishDestination::Clipboard:
-            return m_output->outputCapture(result.picture, true, false);
-        case capture::FinishDestination::File:
-            return m_output->outputCapture(result.picture, false, result.openAfterSave);
-        case capture::FinishDestination::Pin:
-            // Until pins float on the screen the picture is kept on the
-            // clipboard rather than dropped.
-            report(QStringLiteral("pins are not part of this build yet; the picture is on the "
-                                  "clipboard"));
-            m_output->saveImageToPaste(result.picture);
-            Q_EMIT pinRequested(result.picture.pixels);
-            return {};
-        }
-        return {};
-    };
-    if (m_request && m_request->started) {
-        deliverRequest(picture, finish);
-        return;
-    }
-    (void)finish();
+    const auto finish = [this, &result] { return m_pictures->sendFinishedCapture(result); };
+    if (!m_requests->takeFinishedCapture(result.picture, finish))
+        (void)finish();
 }
 
 QString AppDelegate::startRequestedCapture(uint id, const CaptureRequest& request)
 {
-    if (m_request)
-        return QStringLiteral("another requested capture is under way");
-    if (!request.lastRegion && m_clipManager->isWorking())
-        return QStringLiteral("a capture is already running");
-    if (request.path.isEmpty() && !request.clipboard &&
-        settings::Preferences(*m_defaults).asksForSavePath())
-        return QStringLiteral("Kelvo is set to ask where to save each picture; give a folder "
-                              "or file with -p PATH, or copy with -c");
-    m_request = PendingRequest{id, request, false};
-    // Always later, never inside the call: the caller has its id before the
-    // end is told.
-    QTimer::singleShot(request.delayMs, this, &AppDelegate::runRequest);
-    return {};
-}
-
-void AppDelegate::runRequest()
-{
-    if (!m_request)
-        return;
-    if (m_request->request.lastRegion) {
-        const auto area = m_captureActions->previousArea();
-        if (!area) {
-            endRequest(nullptr, QStringLiteral("there is no previous area: capture a region "
-                                               "first (or its centre lies on no screen now)"));
-            return;
-        }
-        m_captureState.screenOfScreenShot = area->screen;
-        const core::Picture picture =
-            pictureOfPreviousArea(area->rect, area->cornerRadius, area->shadowSize);
-        if (picture.isNull()) {
-            endRequest(nullptr, QStringLiteral("the X server gave no picture of the area"));
-            return;
-        }
-        m_outputScale = densityOf(picture);
-        deliverRequest(picture, [this, &picture] { return m_output->saveImageToFile(picture); });
-        return;
-    }
-    if (m_clipManager->isWorking()) {
-        endRequest(nullptr, QStringLiteral("a capture is already running"));
-        return;
-    }
-    if (!isScreenRecordingEnable()) {
-        endRequest(nullptr, QStringLiteral("cannot take pictures of this desktop"));
-        return;
-    }
-    m_request->started = true;
-    m_clipManager->startCapture();
-    if (!m_clipManager->isWorking() && m_request && m_request->started)
-        endRequest(nullptr, QStringLiteral("the capture could not start"));
-}
-
-void AppDelegate::deliverRequest(const core::Picture& picture,
-                                 const std::function<output::SaveResult()>& fallback)
-{
-    const CaptureRequest request = m_request->request;
-    if (request.clipboard)
-        (void)m_output->outputCapture(picture, true, false);
-    if (!request.path.isEmpty()) {
-        const output::SaveResult saved = m_output->saveImageTo(picture, request.path);
-        endRequest(&saved, {});
-        return;
-    }
-    if (request.clipboard) {
-        endRequest(nullptr, {});
-        return;
-    }
-    const output::SaveResult saved = fallback();
-    endRequest(&saved, {});
-}
-
-void AppDelegate::endRequest(const output::SaveResult* saved, const QString& error)
-{
-    if (!m_request)
-        return;
-    const uint id = m_request->id;
-    m_request.reset();
-    if (!error.isEmpty()) {
-        report(error);
-        KelvoBus::captureFailed(id, error);
-    } else if (saved != nullptr && !saved->saved()) {
-        KelvoBus::captureFailed(id, saved->keptAt.isEmpty()
-                                        ? saved->error
-                                        : QStringLiteral("%1 The picture was saved to %2 instead.")
-                                              .arg(saved->error, saved->keptAt));
-    } else {
-        KelvoBus::captureDone(id, saved != nullptr ? saved->path : QString());
-    }
+    return m_requests->start(id, request);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -424,7 +238,7 @@ void AppDelegate::registerAllHotKey()
     m_hotKeys = std::make_unique<hotkeys::HotKeyController>(*m_defaults, *m_services.hotKeys);
     // Started at login, Kelvo has no terminal: a key another program holds
     // must reach the user as a notification, not only on stderr.
-    m_hotKeys->setNotifier(m_notifier.get());
+    m_hotKeys->setNotifier(m_services.notifier.get());
     m_hotKeys->setAction(HotKeyAction::RegionalScreenshots, [this] { regionalScreenshots(); });
     m_hotKeys->setAction(HotKeyAction::DelayScreenShot, [this] { delayScreenShot(); });
     m_hotKeys->setAction(HotKeyAction::ScreenshotWindowUnderCursor,
@@ -505,18 +319,7 @@ void AppDelegate::recordScreenClicked()
 
 void AppDelegate::openURLs(const QStringList& paths)
 {
-    for (const QString& path : paths) {
-        QFileInfo info(path);
-        if (!info.isFile())
-            continue;
-        QImageReader reader(path);
-        // Pictures from files are bounded: a hostile header cannot make us
-        // allocate gigabytes.
-        reader.setAllocationLimit(512);
-        const QImage image = reader.read();
-        if (!image.isNull())
-            Q_EMIT pinRequested(image);
-    }
+    m_pictures->openURLs(paths);
 }
 
 void AppDelegate::OpenPreferences()

@@ -4,15 +4,14 @@
 #include "app/CaptureRequest.h"
 #include "capture/logic/CaptureState.h"
 #include "colour/logic/ColorReadoutState.h"
+#include "core/Clock.h"
 #include "core/MessageBus.h"
 
 #include <QImage>
 #include <QObject>
 #include <QVariantMap>
 
-#include <functional>
 #include <memory>
-#include <optional>
 
 namespace settings {
 class Defaults;
@@ -21,23 +20,18 @@ class SettingsStore;
 namespace platform {
 class AudioDevices;
 class Autostart;
+class DesktopNotifier;
+class FileManager;
 class HotKeyCenter;
 class PointerControl;
 class SoundPlayer;
 class Speaker;
 class WindowServer;
 } // namespace platform
-namespace platform::freedesktop {
-class FreedesktopFileManager;
-class FreedesktopNotifier;
-} // namespace platform::freedesktop
 namespace capture {
 class QNClipScreenManager;
 struct FinishedCapture;
 } // namespace capture
-namespace core {
-struct Picture;
-}
 
 namespace app {
 
@@ -50,12 +44,16 @@ class ImageOutput;
 struct SaveResult;
 } // namespace output
 
+class ActionPictures;
 class KelvoBus;
-class StatusItem;
 class PreferencesWindow;
+class RequestedCaptures;
+class StatusItem;
 
 // The composition root: it owns every long-lived service and object of the
-// process, runs the start-up sequence and is home to the capture actions.
+// process, wires them together and runs the start-up sequence. Pictures are
+// ActionPictures' to make and hand on, requested captures
+// RequestedCaptures' to run.
 class AppDelegate : public QObject
 {
     Q_OBJECT
@@ -71,6 +69,12 @@ public:
         std::unique_ptr<platform::AudioDevices> audio;
         std::unique_ptr<platform::HotKeyCenter> hotKeys;
         std::unique_ptr<platform::Speaker> speaker;
+        // Result notices, and the file manager a click on one opens.
+        std::unique_ptr<platform::DesktopNotifier> notifier;
+        std::unique_ptr<platform::FileManager> files;
+        // Time for the requests' delays and the notices'; the system's
+        // timers when unset.
+        std::unique_ptr<core::Clock> clock;
         // What went wrong with the preferences before the delegate existed
         // (a file set aside); told with the start's own findings.
         QStringList preferenceNotes;
@@ -122,32 +126,11 @@ private:
     void setStatusItemVisible(bool visible);
     void registerAllHotKey();
     void connectImageOutput();
-
-    // The pictures of the capture actions, at their screens' density.
-    void saveFullImageToFile();
-    void saveWindowUnderCursor(int shadowSize);
-    void savePreviousArea(const QRectF& rect, double cornerRadius, int shadowSize);
-    [[nodiscard]] core::Picture pictureOfPreviousArea(const QRectF& rect, double cornerRadius,
-                                                      int shadowSize);
-    [[nodiscard]] double scaleOfScreen(int screen);
+    void connectCaptureActions();
+    void connectRequests();
 
     // The end of an interactive capture.
-    void onCaptureEnded(bool finished);
     void onCaptureFinished(const capture::FinishedCapture& result);
-
-    // A capture request under way: its id and what was asked.
-    struct PendingRequest
-    {
-        uint id = 0;
-        CaptureRequest request;
-        bool started = false; // its overlay is up
-    };
-    void runRequest();
-    // Sends a request's picture where the request says; with neither a
-    // path nor the clipboard asked for, where `fallback` says.
-    void deliverRequest(const core::Picture& picture,
-                        const std::function<output::SaveResult()>& fallback);
-    void endRequest(const output::SaveResult* saved, const QString& error);
 
     Services m_services;
     std::unique_ptr<settings::Defaults> m_defaults;
@@ -162,11 +145,9 @@ private:
     QVariantMap m_shortcutOfButton;
     std::unique_ptr<hotkeys::CaptureActions> m_captureActions;
     std::unique_ptr<hotkeys::HotKeyController> m_hotKeys;
-    std::unique_ptr<platform::freedesktop::FreedesktopNotifier> m_notifier;
-    std::unique_ptr<platform::freedesktop::FreedesktopFileManager> m_files;
     std::unique_ptr<output::ImageOutput> m_output;
-    double m_outputScale = 1.0; // the density of the picture being written
-    std::optional<PendingRequest> m_request;
+    std::unique_ptr<ActionPictures> m_pictures;
+    std::unique_ptr<RequestedCaptures> m_requests;
 };
 
 } // namespace app

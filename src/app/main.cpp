@@ -4,7 +4,9 @@
 #include "app/CommandLine.h"
 #include "app/KelvoBus.h"
 #include "app/OfflineCommands.h"
+#include "app/output/ImageOutput.h"
 #include "app/output/ShotCommand.h"
+#include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopNotifier.h"
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/CanberraSoundPlayer.h"
@@ -192,7 +194,17 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
     services.audio = std::make_unique<platform::linux_desktop::PulseAudioDevices>();
     services.hotKeys = std::make_unique<platform::x11::X11HotKeyCenter>();
     services.speaker = std::make_unique<platform::linux_desktop::TextToSpeechSpeaker>();
+    auto notifier =
+        std::make_unique<platform::freedesktop::FreedesktopNotifier>(QDBusConnection::sessionBus());
+    platform::freedesktop::FreedesktopNotifier& notices = *notifier;
+    services.notifier = std::move(notifier);
+    services.files = std::make_unique<platform::freedesktop::FreedesktopFileManager>(
+        QDBusConnection::sessionBus());
     app::AppDelegate delegate(std::move(services));
+    // A click on one of our notices shows the picture it tells of.
+    notices.setActivatedHandler([&delegate](const platform::Notification& n) {
+        delegate.imageOutput().didActivateNotification(n);
+    });
 
     if (!delegate.registerOnBus()) {
         if (app::KelvoBus::sessionBusAvailable()) {

@@ -5,6 +5,11 @@
 
 namespace core {
 
+double Picture::density() const
+{
+    return pointSize.width() > 0 ? pixels.width() / pointSize.width() : 1.0;
+}
+
 Picture Picture::pixelsAsPoints(QImage image)
 {
     const QSizeF size = image.size();

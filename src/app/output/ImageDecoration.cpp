@@ -10,17 +10,6 @@
 
 namespace app::output {
 
-namespace {
-
-[[nodiscard]] double scaleOf(const core::Picture& picture)
-{
-    if (picture.pointSize.width() <= 0)
-        return 1.0;
-    return picture.pixels.width() / picture.pointSize.width();
-}
-
-} // namespace
-
 ShadowGeometry shadowGeometry(QSizeF picture, qreal size)
 {
     return {QSizeF(picture.width() + 2 * size, picture.height() + 2 * size),
@@ -31,7 +20,7 @@ core::Picture addShadow(const core::Picture& picture, qreal size, const QColor& 
 {
     if (picture.isNull())
         return picture;
-    const double scale = scaleOf(picture);
+    const double scale = picture.density();
     const ShadowGeometry g = shadowGeometry(picture.pointSize, size);
     const int margin = static_cast<int>(std::lround(size * scale));
     const QImage source = picture.pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
@@ -46,7 +35,7 @@ core::Picture addRoundImgae(const core::Picture& picture, qreal radius)
 {
     if (picture.isNull())
         return picture;
-    const double scale = scaleOf(picture);
+    const double scale = picture.density();
     const QSizeF size = picture.pointSize;
     QPainterPath bubble;
     core::makeBubble(bubble, QRectF(QPointF(0, 0), size), radius, radius);

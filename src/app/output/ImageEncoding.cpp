@@ -61,11 +61,12 @@ namespace {
 
 } // namespace
 
-BitmapTarget bitmapTarget(const core::Picture& picture, double screenScale, bool nomalQualityImage)
+BitmapTarget bitmapTarget(const core::Picture& picture, bool nomalQualityImage)
 {
-    if (screenScale > 1.0 && nomalQualityImage) {
-        const QSizeF small = picture.pointSize / screenScale;
-        return {picture.pixels.size(), small * screenScale};
+    const double density = picture.density();
+    if (density > 1.0 && nomalQualityImage) {
+        const QSizeF small = picture.pointSize / density;
+        return {picture.pixels.size(), small * density};
     }
     return {picture.pixels.size(), picture.pointSize};
 }
@@ -118,13 +119,12 @@ EncodedImage encodePngOf(const QImage& image, std::uint32_t density)
     return out;
 }
 
-EncodedImage encodeImage(const core::Picture& picture, ImageFileType type, double screenScale,
-                         bool nomalQualityImage)
+EncodedImage encodeImage(const core::Picture& picture, ImageFileType type, bool nomalQualityImage)
 {
     const core::Picture flat = flatten(picture);
     if (flat.isNull())
         return {{}, core::localized("The picture has no pixels.")};
-    const BitmapTarget target = bitmapTarget(flat, screenScale, nomalQualityImage);
+    const BitmapTarget target = bitmapTarget(flat, nomalQualityImage);
     const std::uint32_t density = pixelsPerMetre(target.pixels, target.points);
     switch (type) {
     case ImageFileType::Png:

@@ -19,12 +19,11 @@ struct BitmapTarget
     bool operator==(const BitmapTarget&) const = default;
 };
 
-// The "normal quality" switch on a high-density screen: the picture is
-// first given a size of its points over the scale and its bitmap then that
-// size times the scale again, which lands on the picture's own point size;
-// pixels are never resampled, so both settings write the same bitmap.
-[[nodiscard]] BitmapTarget bitmapTarget(const core::Picture& picture, double screenScale,
-                                        bool nomalQualityImage);
+// The "normal quality" switch on a high-density picture: it is first given
+// a size of its points over its density and its bitmap then that size times
+// the density again, which lands on the picture's own point size; pixels
+// are never resampled, so both settings write the same bitmap.
+[[nodiscard]] BitmapTarget bitmapTarget(const core::Picture& picture, bool nomalQualityImage);
 
 // Pixels per metre that make a viewer show `pixels` at `points` (72 points
 // an inch); 0 when either is empty.
@@ -48,8 +47,9 @@ struct EncodedImage
 
 // PNG (Kelvo's encoder), JPEG at quality 85 and uncompressed TIFF (Qt's
 // writers). A picture whose alpha is all opaque is written without alpha.
+// The file's density is the picture's.
 [[nodiscard]] EncodedImage encodeImage(const core::Picture& picture, ImageFileType type,
-                                       double screenScale = 1.0, bool nomalQualityImage = false);
+                                       bool nomalQualityImage = false);
 
 // PNG only, at Kelvo's settings, e.g. for the clipboard.
 [[nodiscard]] EncodedImage encodePngOf(const QImage& image, std::uint32_t pixelsPerMetre = 0);

@@ -13,7 +13,6 @@
 #include "settings/Preferences.h"
 
 #include <QFileInfo>
-#include <QTimer>
 
 #include <cstdio>
 #include <optional>
@@ -23,7 +22,7 @@ namespace app::output {
 namespace keys = settings::keys;
 
 namespace {
-constexpr int kNotificationDelayMs = 200;
+constexpr std::chrono::milliseconds kNotificationDelay{200};
 }
 
 ImageOutput::ImageOutput(Services services, QObject* parent)
@@ -33,8 +32,8 @@ ImageOutput::ImageOutput(Services services, QObject* parent)
 {
     if (!m_services.clock)
         m_services.clock = [] { return QDateTime::currentDateTime(); };
-    if (!m_services.screenScale)
-        m_services.screenScale = [] { return 1.0; };
+    if (m_services.timers == nullptr)
+        m_services.timers = &m_systemClock;
     if (!m_services.report)
         m_services.report = [](const QString& line) {
             std::fprintf(stderr, "kelvo: %s\n", line.toLocal8Bit().constData());
@@ -89,8 +88,7 @@ QString ImageOutput::keepElsewhere(const QByteArray& bytes, ImageFileType type)
 EncodedImage ImageOutput::encodeWith(const Encoder& encoder, const core::Picture& picture,
                                      ImageFileType type) const
 {
-    return encoder(picture, type, m_services.screenScale(),
-                   settings::Preferences(*m_services.defaults).nomalQualityImage());
+    return encoder(picture, type, settings::Preferences(*m_services.defaults).nomalQualityImage());
 }
 
 SaveResult ImageOutput::keepUnencodable(const core::Picture& picture, ImageFileType type,
@@ -214,7 +212,7 @@ QString ImageOutput::copyPngToClipboard(const QByteArray& png)
 
 void ImageOutput::userNotificationOfSaveImage(const QString& path, bool fromRecorder)
 {
-    QTimer::singleShot(kNotificationDelayMs, this, [this, path, fromRecorder] {
+    m_services.timers->singleShot(kNotificationDelay, this, [this, path, fromRecorder] {
         const platform::Notification n = m_notices.savedImage(path, fromRecorder);
         if (m_services.notifier != nullptr)
             m_services.notifier->notify(n);
@@ -223,7 +221,7 @@ void ImageOutput::userNotificationOfSaveImage(const QString& path, bool fromReco
 
 void ImageOutput::userNotificationContent(const QString& text, const QString& title)
 {
-    QTimer::singleShot(kNotificationDelayMs, this, [this, text, title] {
+    m_services.timers->singleShot(kNotificationDelay, this, [this, text, title] {
         if (m_services.notifier != nullptr)
             m_services.notifier->notify(ResultNotices::content(text, title));
     });

@@ -4,6 +4,7 @@
 #include "app/output/ImageEncoding.h"
 #include "app/output/ImageFileType.h"
 #include "app/output/ResultNotices.h"
+#include "core/Clock.h"
 #include "core/Picture.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/FileManager.h"
@@ -51,9 +52,10 @@ public:
         platform::FileManager* files = nullptr;
         // Puts PNG data on the clipboard as "image/png", alone.
         std::function<void(const QByteArray&)> clipboard;
-        // The scale of the screen the picture was taken on.
-        std::function<double()> screenScale;
+        // The wall clock pictures are named after.
         std::function<QDateTime()> clock;
+        // Runs the notices' delays; the system's timers when unset.
+        core::Clock* timers = nullptr;
         // A line for stderr.
         std::function<void(const QString&)> report;
     };
@@ -63,8 +65,8 @@ public:
     // How a picture becomes the bytes of a file; encodeImage() unless set.
     // A writer can fail (a missing Qt image plugin, a picture it cannot
     // take); a save then keeps the picture as PNG, Kelvo's own encoder.
-    using Encoder = std::function<EncodedImage(const core::Picture&, ImageFileType,
-                                               double screenScale, bool nomalQualityImage)>;
+    using Encoder =
+        std::function<EncodedImage(const core::Picture&, ImageFileType, bool nomalQualityImage)>;
     void setEncoder(Encoder encoder) { m_encode = std::move(encoder); }
 
     // Encodes and writes to `path`; a failure is told and the picture kept.
@@ -121,6 +123,7 @@ private:
                                              const QString& error);
 
     Services m_services;
+    core::SystemClock m_systemClock; // the timers unless others are given
     Encoder m_encode = encodeImage;
     ResultNotices m_notices;
 };

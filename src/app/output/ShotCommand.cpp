@@ -3,6 +3,7 @@
 
 #include "app/output/ImageEncoding.h"
 #include "app/output/ImageOutput.h"
+#include "app/output/ScreenPicture.h"
 #include "core/Localized.h"
 #include "core/ShortText.h"
 #include "platform/WindowServer.h"
@@ -139,12 +140,13 @@ int ShotCommand::run(const ShotRequest& request)
         area = layout.screen(index).frame;
         scale = layout.screen(index).scale;
     }
-    const QImage image = m_services.windows->pictureOfRect(area);
-    if (image.isNull()) {
-        report(QStringLiteral("the X server gave no picture of the screen"));
+    QString error;
+    const core::Picture picture = pictureOfScreenArea(*m_services.windows, area, scale, &error);
+    if (picture.isNull()) {
+        report(error);
         return kError;
     }
-    const core::Picture picture = core::Picture::withScale(image, scale);
+    const QImage& image = picture.pixels;
 
     int status = kDone;
     QByteArray png;
@@ -163,13 +165,11 @@ int ShotCommand::run(const ShotRequest& request)
     if (request.raw && !encodeFailed && m_services.writeOut)
         m_services.writeOut(png);
 
-    ImageOutput output({m_services.defaults,
-                        m_services.notifier,
-                        nullptr,
-                        {},
-                        [scale] { return scale; },
-                        {},
-                        report});
+    ImageOutput::Services outputServices;
+    outputServices.defaults = m_services.defaults;
+    outputServices.notifier = m_services.notifier;
+    outputServices.report = report;
+    ImageOutput output(std::move(outputServices));
     bool clipboardFailed = encodeFailed;
     if (request.clipboard && !encodeFailed) {
         const QString error =

@@ -8,13 +8,12 @@
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/MemoryStore.h"
+#include "support/SteppedClock.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -33,15 +32,7 @@ QCoreApplication& application()
     return app;
 }
 
-void spinFor(int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms) {
-        QCoreApplication::processEvents();
-        QThread::msleep(5);
-    }
-}
+using std::chrono::milliseconds;
 
 core::Picture checker(int w, int h)
 {
@@ -79,11 +70,13 @@ protected:
         s.files = &files;
         s.clipboard = [this](const QByteArray& png) { clipboard = png; };
         s.clock = [] { return QDateTime(QDate(2024, 3, 5), QTime(13, 2, 3)); };
+        s.timers = &timers;
         s.report = [this](const QString& line) { reported << line; };
         return ImageOutput(s);
     }
 
     QTemporaryDir home;
+    SteppedClock timers;
     settings::MemoryStore store;
     settings::Defaults defaults{store};
     platform::null::RecordingNotifier notifier;
@@ -158,12 +151,11 @@ TEST_F(Output, APictureItsWriterCannotEncodeIsKeptAsPngOnTheClipboardAndInAFallb
 {
     ImageOutput output = makeOutput();
     // As when the TIFF plugin is missing: the writer answers an error.
-    output.setEncoder(
-        [](const core::Picture& picture, ImageFileType type, double scale, bool normal) {
-            if (type == ImageFileType::Tiff)
-                return EncodedImage{{}, QStringLiteral("Unsupported image format")};
-            return encodeImage(picture, type, scale, normal);
-        });
+    output.setEncoder([](const core::Picture& picture, ImageFileType type, bool normal) {
+        if (type == ImageFileType::Tiff)
+            return EncodedImage{{}, QStringLiteral("Unsupported image format")};
+        return encodeImage(picture, type, normal);
+    });
     defaults.setObject(keys::formatOfSavePhoto, QStringLiteral("tiff"));
 
     const SaveResult r = output.outputCapture(checker(12, 10), false, false);
@@ -196,7 +188,7 @@ TEST_F(Output, APictureItsWriterCannotEncodeIsKeptAsPngOnTheClipboardAndInAFallb
 TEST_F(Output, WhenEvenPngCannotBeEncodedTheFailureIsStillTold)
 {
     ImageOutput output = makeOutput();
-    output.setEncoder([](const core::Picture&, ImageFileType, double, bool) {
+    output.setEncoder([](const core::Picture&, ImageFileType, bool) {
         return EncodedImage{{}, QStringLiteral("out of memory")};
     });
     const SaveResult r = output.saveImageToFile(checker(8, 8));
@@ -214,13 +206,15 @@ TEST_F(Output, ACaptureSavedIsNotifiedAfterAMomentAndACopyCountsDown)
     ImageOutput output = makeOutput();
     const SaveResult saved = output.outputCapture(checker(12, 12), false, false);
     ASSERT_TRUE(saved.saved());
+    timers.advance(milliseconds(199));
     EXPECT_TRUE(notifier.sent.empty()); // not before 0.2 s
-    spinFor(350);
+    timers.advance(milliseconds(1));
     ASSERT_EQ(notifier.sent.size(), 1u);
     EXPECT_EQ(notifier.sent[0].body, saved.path);
 
     output.outputCapture(checker(12, 12), true, false);
-    spinFor(350);
+    EXPECT_EQ(notifier.sent.size(), 1u);
+    timers.advance(milliseconds(200));
     ASSERT_EQ(notifier.sent.size(), 2u);
     EXPECT_EQ(notifier.sent[1].body,
               QStringLiteral("Screenshot saved to pasteboard, and 5 more reminders"));
@@ -229,7 +223,7 @@ TEST_F(Output, ACaptureSavedIsNotifiedAfterAMomentAndACopyCountsDown)
 
     defaults.setBool(keys::notifyWhenComplete, false);
     output.outputCapture(checker(12, 12), false, false);
-    spinFor(350);
+    timers.advance(milliseconds(1000));
     EXPECT_EQ(notifier.sent.size(), 2u);
 }
 
@@ -239,7 +233,7 @@ TEST_F(Output, OpeningGoesToTheChosenAppOrTheFileManager)
     const SaveResult r = output.outputCapture(checker(4, 4), false, true);
     ASSERT_EQ(files.opened.size(), 1u);
     EXPECT_EQ(files.opened[0], r.path);
-    spinFor(300);
+    timers.advance(milliseconds(1000));
     EXPECT_TRUE(notifier.sent.empty()); // an opened file is not also notified
 
     defaults.setObject(
@@ -297,15 +291,36 @@ TEST(Encoding, NormalQualityKeepsEveryPixelAndTheDensityFollowsThePoints)
 {
     const core::Picture dense =
         core::Picture::withScale(QImage(200, 100, QImage::Format_RGB32), 2.0);
-    EXPECT_EQ(bitmapTarget(dense, 2.0, true), bitmapTarget(dense, 2.0, false));
-    EXPECT_EQ(bitmapTarget(dense, 2.0, true).pixels, QSize(200, 100));
-    EXPECT_EQ(bitmapTarget(dense, 2.0, true).points, QSizeF(100, 50));
+    EXPECT_EQ(dense.density(), 2.0);
+    EXPECT_EQ(bitmapTarget(dense, true), bitmapTarget(dense, false));
+    EXPECT_EQ(bitmapTarget(dense, true).pixels, QSize(200, 100));
+    EXPECT_EQ(bitmapTarget(dense, true).points, QSizeF(100, 50));
     const core::Picture plain =
         core::Picture::pixelsAsPoints(QImage(200, 100, QImage::Format_RGB32));
-    EXPECT_EQ(bitmapTarget(plain, 1.0, true), bitmapTarget(plain, 1.0, false));
+    EXPECT_EQ(bitmapTarget(plain, true), bitmapTarget(plain, false));
     EXPECT_EQ(pixelsPerMetre(QSize(200, 100), QSizeF(100, 50)), 5669u);  // 144 dpi
     EXPECT_EQ(pixelsPerMetre(QSize(200, 100), QSizeF(200, 100)), 2835u); // 72 dpi
     EXPECT_EQ(pixelsPerMetre(QSize(), QSizeF()), 0u);
+}
+
+TEST(Encoding, EveryFormatIsWrittenAtThePicturesOwnDensity)
+{
+    QImage pixels(40, 20, QImage::Format_RGB32);
+    pixels.fill(qRgb(9, 8, 7));
+    const core::Picture dense = core::Picture::withScale(pixels, 2.0);
+    const core::Picture plain = core::Picture::pixelsAsPoints(pixels);
+    for (const ImageFileType type :
+         {ImageFileType::Png, ImageFileType::Jpeg, ImageFileType::Tiff}) {
+        for (const bool normal : {false, true}) {
+            const QImage denseRead = QImage::fromData(encodeImage(dense, type, normal).bytes);
+            const QImage plainRead = QImage::fromData(encodeImage(plain, type, normal).bytes);
+            ASSERT_FALSE(denseRead.isNull());
+            ASSERT_FALSE(plainRead.isNull());
+            // 144 and 72 dots an inch; the readers round to whole dots.
+            EXPECT_NEAR(denseRead.dotsPerMeterX(), 5669, 2) << extensionOf(type).toStdString();
+            EXPECT_NEAR(plainRead.dotsPerMeterX(), 2835, 2) << extensionOf(type).toStdString();
+        }
+    }
 }
 
 TEST(Encoding, AnOpaquePictureIsWrittenWithoutAlphaATransparentOneWithIt)
