@@ -6,8 +6,10 @@
 #include "capture/logic/MultiWindowPick.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "capture/logic/SizeLabelPlacement.h"
+#include "capture/logic/WindowRules.h"
 #include "core/MessageBus.h"
 #include "overlay/logic/OverlayMessages.h"
+#include "settings/Keys.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,7 +29,6 @@ constexpr double MagnifierInterval = 0.04;
 // distance, so a slightly shaky click still takes the window.
 constexpr int RegionDragEvent = 8;
 
-const QString kMappingWindowName = QStringLiteral("mappingWindowByKelvo");
 const QString kDesktopPicturePrefix = QStringLiteral("Desktop Picture - ");
 
 // The current stroke holds text (a text box or a note).
@@ -393,7 +394,7 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         m_look.cropBorderAdded = true;
         // A click on a pin marks that pin up.
         if (!m_state.annotatedOnMap)
-            m_state.annotatedOnMap = m_state.currentWindowName == kMappingWindowName;
+            m_state.annotatedOnMap = m_state.currentWindowName == QLatin1String(windownames::Pin);
     }
     QRectF& content = m_selection.contentRect;
     if (content.height() == 0 || content.width() == 0 ||
@@ -480,7 +481,8 @@ QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
 
 void ClipStateMachine::writePreRect(const QRectF& frame)
 {
-    m_host.writePreference(QStringLiteral("preRectOfScreenShots"), preRectOfScreenShots(frame));
+    m_host.writePreference(QString(settings::keys::preRectOfScreenShots),
+                           preRectOfScreenShots(frame));
 }
 
 void ClipStateMachine::startPicking()
