@@ -6,6 +6,7 @@
 #include "settings/Startup.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/DataOfUsers.h"
+#include "toolbar/logic/ToolTraits.h"
 
 #include <gtest/gtest.h>
 
@@ -142,12 +143,22 @@ TEST(ToolRegistry, ShortCutsAreRefusedByWhatTheToolCanDo)
     // Only the drawing tools end a pending move of the selection.
     for (const ToolEntry& entry : kTools)
         EXPECT_EQ(entry.can(can::EndPendingMove), entry.can(can::Draw)) << entry.name.data();
-    // The strokes' own needs are the tools'.
-    EXPECT_TRUE(tool(ToolId::Text).can(can::TypeText));
-    EXPECT_TRUE(tool(ToolId::Note).can(can::TypeText));
-    EXPECT_TRUE(tool(ToolId::Mosaic).can(can::PaintSparingly | can::RepaintOnRelease));
-    EXPECT_TRUE(tool(ToolId::Highlight).can(can::RepaintOnRelease));
-    EXPECT_FALSE(tool(ToolId::Arrow).can(can::TypeText));
+}
+
+TEST(ToolRegistry, TheOverlaySeesEachDrawingToolsStrokesByTheirTraits)
+{
+    using overlay::StrokeTraits;
+    const auto traits = [](ToolId id) { return strokeTraitsOf(tool(id)); };
+    // Text boxes and notes hold text; the mosaic paints sparingly; the
+    // mosaic and the highlight renew the overlay at the release.
+    EXPECT_EQ(traits(ToolId::Text), (StrokeTraits{.holdsText = true}));
+    EXPECT_EQ(traits(ToolId::Note), (StrokeTraits{.holdsText = true}));
+    EXPECT_EQ(traits(ToolId::Mosaic),
+              (StrokeTraits{.paintsSparingly = true, .repaintsOnRelease = true}));
+    EXPECT_EQ(traits(ToolId::Highlight), (StrokeTraits{.repaintsOnRelease = true}));
+    for (ToolId plain :
+         {ToolId::Square, ToolId::Ellipse, ToolId::Line, ToolId::Arrow, ToolId::PencilPen})
+        EXPECT_EQ(traits(plain), StrokeTraits{}) << tool(plain).name.data();
 }
 
 TEST(ToolRegistry, OnAClashTheEarlierToolWinsAndARefusedOneHidesTheLater)
