@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # make run   - install what is missing, build (Release) and start Kelvo
-# make test  - install what is missing, build and run every test
+# make test  - install what is missing, build, check the layers' includes and
+#              run every test
 # make bench - the same for the benchmarks, beside the peer tools
 # make sanitize - every test again in an AddressSanitizer + UBSan build
 .PHONY: run test bench sanitize deps build release clean format
@@ -30,6 +31,7 @@ run: release
 	@scripts/run-kelvo $(RELEASE)/src/app/kelvo
 
 test: build
+	scripts/check-layers
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS) --timeout 300
 
 sanitize: deps

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/Schema.h"
 
+// Header-only and constexpr: the short-cut defaults come from the tool
+// table without the settings linking the tool bar.
+#include "toolbar/logic/ToolRegistry.h"
+
 namespace settings {
 
 namespace {
@@ -100,21 +104,15 @@ std::vector<KeySpec> buildSchema()
 
 const std::vector<ToolShortcut>& toolShortcuts()
 {
-    static const std::vector<ToolShortcut> table = {
-        {squareShortcut, QStringLiteral("1")},
-        {ellipseShortcut, QStringLiteral("2")},
-        {lineShortcut, QStringLiteral("3")},
-        {arrowShortcut, QStringLiteral("4")},
-        {pencilShortcut, QStringLiteral("5")},
-        {mosaicShortcut, QStringLiteral("6")},
-        {textShortcut, QStringLiteral("7")},
-        {noteShortcut, QStringLiteral("8")},
-        {highlightShortcut, QStringLiteral("9")},
-        {mapShortcut, QStringLiteral("T")},
-        {scrollScreenshotShortcut, QStringLiteral("S")},
-        {saveShortcut, QString(QChar(0x3129))},        // "ㄩ"
-        {copyToPasteShortcut, QString(QChar(0x21A9))}, // "↩"
-    };
+    // The tool table owns each tool's short cut and its default.
+    static const std::vector<ToolShortcut> table = [] {
+        std::vector<ToolShortcut> list;
+        for (const toolbar::ToolEntry& entry : toolbar::kTools) {
+            if (!entry.shortcutKey.isEmpty())
+                list.push_back({entry.shortcutKey, entry.defaultShortcutText()});
+        }
+        return list;
+    }();
     return table;
 }
 

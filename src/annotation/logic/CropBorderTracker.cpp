@@ -31,14 +31,14 @@ void CropBorderTracker::updateTrackingAreas(QSizeF size, const CropBorderContext
         return;
     m_size = size;
     const bool recordButtonWaits = context.toolbarViewOpend && !context.realStartRecordingScreen;
-    m_areas = CropBorderZones::trackingAreas(size, m_hideHandleRect, recordButtonWaits);
+    m_areas = overlay::CropBorderZones::trackingAreas(size, m_hideHandleRect, recordButtonWaits);
     m_inside.clear();
 }
 
 CropBorderReaction CropBorderTracker::pointerMoved(QPointF p, const CropBorderContext& context)
 {
     std::set<int> inside;
-    for (const TrackingArea& area : m_areas) {
+    for (const overlay::TrackingArea& area : m_areas) {
         if (core::mouseInRect(p, area.rect))
             inside.insert(area.number);
     }
@@ -78,9 +78,9 @@ CropBorderReaction CropBorderTracker::mouseEntered(int area, const CropBorderCon
     m_isCanMove = false;
     const bool recordButtonWaits = context.toolbarViewOpend && !context.realStartRecordingScreen;
     if (!m_hideHandleRect && (context.toolbarViewOpend || context.clipToolbarWindowOpened)) {
-        if (area == CropBorderZones::kRecordButtonArea && recordButtonWaits) {
+        if (area == overlay::CropBorderZones::kRecordButtonArea && recordButtonWaits) {
             reaction.mouseInButtonOfRecordScreen = true;
-        } else if (area == CropBorderZones::kContentArea) {
+        } else if (area == overlay::CropBorderZones::kContentArea) {
             m_isInContentViewRect = true;
             if (!m_isInResizeRect) {
                 if (context.toolSelected) {
@@ -98,7 +98,7 @@ CropBorderReaction CropBorderTracker::mouseEntered(int area, const CropBorderCon
                 m_isInResizeRect = true;
                 m_whichInResizeRect = area;
                 reaction.cursor = resize;
-            } else if (area == CropBorderZones::kRecordButtonArea) {
+            } else if (area == overlay::CropBorderZones::kRecordButtonArea) {
                 reaction.cursor = CropCursor::Arrow;
             } else if (area >= 9) {
                 m_isCanMove = true;
@@ -124,7 +124,7 @@ CropBorderReaction CropBorderTracker::mouseExited(int area, QPointF p,
         return reaction;
     m_isCanMove = false;
     reaction.mouseIsOnActivedStroke = false;
-    if (area == CropBorderZones::kRecordButtonArea && context.toolbarViewOpend &&
+    if (area == overlay::CropBorderZones::kRecordButtonArea && context.toolbarViewOpend &&
         !context.realStartRecordingScreen)
         reaction.mouseInButtonOfRecordScreen = false;
 
@@ -136,13 +136,13 @@ CropBorderReaction CropBorderTracker::mouseExited(int area, QPointF p,
         return reaction;
     }
 
-    if (area > CropBorderZones::kContentArea) {
+    if (area > overlay::CropBorderZones::kContentArea) {
         // A handle zone (or the record button) was left.
         m_isInResizeRect = false;
         if (!m_isInContentViewRect) {
             reaction.cursor = CropCursor::Arrow;
         } else if (context.toolSelected) {
-            reaction.cursor = area == CropBorderZones::kRecordButtonArea
+            reaction.cursor = area == overlay::CropBorderZones::kRecordButtonArea
                                   ? CropCursor::OpenHand
                                   : CropCursor::ToolCrosshair;
         } else if (!m_onlyClipCurrentWindow) {
@@ -217,7 +217,7 @@ std::optional<QRectF> CropBorderTracker::closedHandRect() const
 {
     if (!m_beDragging)
         return std::nullopt;
-    return CropBorderZones::contentTrackRect(m_size);
+    return overlay::CropBorderZones::contentTrackRect(m_size);
 }
 
 } // namespace annotation

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "annotation/logic/CropBorderZones.h"
 #include "annotation/logic/CropCursor.h"
+#include "overlay/logic/CropBorderZones.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -95,14 +95,14 @@ public:
     [[nodiscard]] int numberOfReSize() const { return m_numberOfReSize; }
     [[nodiscard]] int whichInResizeRect() const { return m_whichInResizeRect; }
     [[nodiscard]] bool beDragging() const { return m_beDragging; }
-    [[nodiscard]] const std::vector<TrackingArea>& areas() const { return m_areas; }
+    [[nodiscard]] const std::vector<overlay::TrackingArea>& areas() const { return m_areas; }
 
 private:
     [[nodiscard]] CropBorderReaction crossTo(std::set<int> inside, QPointF p,
                                              const CropBorderContext& context);
 
     QSizeF m_size;
-    std::vector<TrackingArea> m_areas;
+    std::vector<overlay::TrackingArea> m_areas;
     std::set<int> m_inside; // areas the pointer was last reported in
     bool m_beDragging = false;
     bool m_isInResizeRect = false;

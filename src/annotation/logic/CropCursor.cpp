@@ -3,9 +3,9 @@
 
 namespace annotation {
 
-capture::PointerRole pointerRoleOf(CropCursor cursor)
+overlay::PointerRole pointerRoleOf(CropCursor cursor)
 {
-    using capture::PointerRole;
+    using overlay::PointerRole;
     switch (cursor) {
     case CropCursor::OpenHand:
     case CropCursor::ClosedHand:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "capture/logic/PointerRole.h"
+#include "overlay/logic/PointerRole.h"
 
 #include <optional>
 
@@ -22,7 +22,7 @@ enum class CropCursor
 };
 
 // The diagonal cursors belong to the second resize family.
-[[nodiscard]] capture::PointerRole pointerRoleOf(CropCursor cursor);
+[[nodiscard]] overlay::PointerRole pointerRoleOf(CropCursor cursor);
 
 // The resize cursor of a handle zone 1 to 8; nothing for any other number.
 [[nodiscard]] std::optional<CropCursor> resizeCursorOf(int zone);

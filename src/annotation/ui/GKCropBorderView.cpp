@@ -256,14 +256,15 @@ void GKCropBorderView::paintOutlineAndHandles(QPainter& painter) const
     const QSizeF size(width(), height());
     const QColor outline = outlineColor();
     painter.setRenderHint(QPainter::Antialiasing, false);
-    const QRectF box = core::flipped(CropBorderZones::outlineBox(size), size.height());
-    fillBand(painter, core::snappedToPixels(box, ratio), CropBorderZones::kOutlineWidth, outline);
+    const QRectF box = core::flipped(overlay::CropBorderZones::outlineBox(size), size.height());
+    fillBand(painter, core::snappedToPixels(box, ratio), overlay::CropBorderZones::kOutlineWidth,
+             outline);
 
     if (m_tracker.hideHandleRect() || m_tracker.onlyClipCurrentWindow())
         return;
     // A white ring keeps the handles visible on any picture.
     const double ring = 1.0;
-    for (const QRectF& square : CropBorderZones::handleSquares(size)) {
+    for (const QRectF& square : overlay::CropBorderZones::handleSquares(size)) {
         const QRectF r = core::snappedToPixels(core::flipped(square, size.height()), ratio);
         painter.fillRect(r, Qt::white);
         painter.fillRect(r.adjusted(ring, ring, -ring, -ring), outline);

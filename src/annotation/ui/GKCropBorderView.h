@@ -2,7 +2,7 @@
 #pragma once
 
 #include "annotation/logic/CropBorderTracker.h"
-#include "capture/logic/PointerRole.h"
+#include "overlay/logic/PointerRole.h"
 
 #include <QColor>
 #include <QRectF>
@@ -57,7 +57,7 @@ public:
     [[nodiscard]] bool isInContentViewRect() const;
     [[nodiscard]] int whichInResizeRect() const;
     [[nodiscard]] int numberOfReSize() const;
-    [[nodiscard]] capture::PointerRole pointerRole() const { return m_role; }
+    [[nodiscard]] overlay::PointerRole pointerRole() const { return m_role; }
     [[nodiscard]] const CropBorderTracker& tracker() const { return m_tracker; }
 
     void updateTrackingAreas();
@@ -74,7 +74,7 @@ public:
 
 Q_SIGNALS:
     // The cursor changed; the overlay stores the role and shows the shape.
-    void cursorChanged(capture::PointerRole role, Qt::CursorShape shape);
+    void cursorChanged(overlay::PointerRole role, Qt::CursorShape shape);
     void mouseInButtonOfRecordScreenChanged(bool inside);
     void mouseIsOnActivedStrokeChanged(bool onActive);
     // The window's cursor rectangles go off at a press and on at a release.
@@ -98,7 +98,7 @@ private:
     std::function<void(QPainter&, QSizeF)> m_veilPainter;
     QRectF m_frame;
     QColor m_borderColor;
-    capture::PointerRole m_role = capture::PointerRole::Arrow;
+    overlay::PointerRole m_role = overlay::PointerRole::Arrow;
 };
 
 } // namespace annotation

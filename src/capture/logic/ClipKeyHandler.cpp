@@ -4,59 +4,10 @@
 #include "capture/logic/ClipStateMachine.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "core/MessageBus.h"
-
-#include <array>
+#include "overlay/logic/OverlayMessages.h"
 
 namespace capture {
 namespace {
-
-// Key codes the text view of a stroke expects in keyDownCode.
-constexpr int TextDeleteCode = 51;
-constexpr int TextReturnCode = 36;
-
-struct ShortcutEntry
-{
-    const char* key;
-    AnnotationCommand command;
-    bool blockedWhileScrolling;
-    bool endsPendingMove; // a tool choice ends a pending move of the selection
-};
-
-// In this order: when two names hold the same key, the earlier wins.
-constexpr std::array<ShortcutEntry, 13> kShortcuts{{
-    {"squareShortcut", AnnotationCommand::SquareButtonClick, true, true},
-    {"ellipseShortcut", AnnotationCommand::EllipseButtonClick, true, true},
-    {"lineShortcut", AnnotationCommand::LineButtonClick, true, true},
-    {"arrowShortcut", AnnotationCommand::ArrowButtonClick, true, true},
-    {"pencilShortcut", AnnotationCommand::PencilButtonClick, true, true},
-    {"mosaicShortcut", AnnotationCommand::MosaicButtonClick, true, true},
-    {"textShortcut", AnnotationCommand::TextButtonClick, true, true},
-    {"noteShortcut", AnnotationCommand::NoteButtonClick, true, true},
-    {"highlightShortcut", AnnotationCommand::HighlightButtonClick, true, true},
-    {"mapShortcut", AnnotationCommand::MapButtonClick, true, false},
-    {"scrollScreenshotShortcut", AnnotationCommand::ScrollScreenshotButtonClick, true, false},
-    {"saveShortcut", AnnotationCommand::SaveButtonClick, false, false},
-    {"copyToPasteShortcut", AnnotationCommand::CopyToPasteButtonClick, false, false},
-}};
-
-const ShortcutEntry* shortcutEntry(const ClipKeyEvent& event, const QVariantMap& table)
-{
-    QString typed;
-    if (event.key == Qt::Key_Space)
-        typed = QString(QChar(0x3129)); // "ㄩ"
-    else if (event.key == Qt::Key_Return)
-        typed = QString(QChar(0x21A9)); // "↩"
-    else
-        typed = event.text.toUpper();
-    if (typed.isEmpty())
-        return nullptr;
-    for (const ShortcutEntry& entry : kShortcuts) {
-        const auto it = table.constFind(QString::fromLatin1(entry.key));
-        if (it != table.constEnd() && it->toString() == typed)
-            return &entry;
-    }
-    return nullptr;
-}
 
 bool isDeleteKey(int key)
 {
@@ -73,15 +24,6 @@ bool isColorKey(int key)
 ClipKeyHandler::ClipKeyHandler(ClipStateMachine& machine)
     : m_machine(machine)
 {}
-
-std::optional<AnnotationCommand>
-ClipKeyHandler::shortcutCommand(const ClipKeyEvent& event, const QVariantMap& shortcutOfButton)
-{
-    const ShortcutEntry* entry = shortcutEntry(event, shortcutOfButton);
-    if (entry == nullptr)
-        return std::nullopt;
-    return entry->command;
-}
 
 bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& event)
 {
@@ -100,31 +42,34 @@ bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& event)
         }
     }
 
-    const ClipGates gates = host.gates();
+    AnnotationInput& markup = host.markup();
     // A modifier with Escape belongs to someone else's short cut.
     if (plain && event.key == Qt::Key_Escape) {
         host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
         return true;
     }
-    if (plain && gates.textViewOpened && isDeleteKey(event.key)) {
-        host.setKeyDownCode(TextDeleteCode);
-        if (gates.textViewMouseLocation < 2)
+    // Read before the text view hears of the key, which may change them.
+    const bool textViewOpened = markup.textViewOpened();
+    const bool caretNearTextStart = markup.caretNearTextStart();
+    const bool hasStrokes = markup.hasStrokes();
+    if (plain && textViewOpened && isDeleteKey(event.key)) {
+        markup.textKey(overlay::TextKey::Delete);
+        if (caretNearTextStart)
             return true;
     }
-    if (plain && gates.textViewOpened && event.key == Qt::Key_Return)
-        host.setKeyDownCode(TextReturnCode);
+    if (plain && textViewOpened && event.key == Qt::Key_Return)
+        markup.textKey(overlay::TextKey::Return);
     if (event.key == Qt::Key_Z && (modifiers == Qt::ControlModifier ||
                                    modifiers == (Qt::ControlModifier | Qt::ShiftModifier)))
         host.makeClipViewFirstResponder();
 
     // A pin's mark-up from its menu has no annotation window to take the
     // keys before the first stroke.
-    if (state.annotatedOnMapFromRightMouse && plain && gates.numberOfStrokes == 0 &&
-        !gates.textViewOpened) {
+    if (state.annotatedOnMapFromRightMouse && plain && !hasStrokes && !textViewOpened) {
         keyDown(event);
         return true;
     }
-    host.forwardKeyToAnnotation(event);
+    markup.keyPressed(event);
     return false;
 }
 
@@ -135,40 +80,37 @@ void ClipKeyHandler::keyDown(const ClipKeyEvent& event)
     if (!state.clipToolbarWindowOpened)
         return;
     const Qt::KeyboardModifiers modifiers = significantModifiers(event.modifiers);
+    AnnotationInput& markup = host.markup();
 
-    if (isDeleteKey(event.key) && host.gates().currentStrokeType >= 0) {
-        host.annotation(AnnotationCommand::DeleteCurrentStroke);
+    if (isDeleteKey(event.key) && markup.currentStroke()) {
+        markup.deleteCurrentStroke();
         host.setCursor(ClipCursor::Arrow);
         state.pointerRole = PointerRole::Arrow;
     }
-    const ClipGates gates = host.gates();
-    if (gates.numberOfStrokes == gates.undoTimes)
-        host.annotation(AnnotationCommand::DisEnableUndoButton);
+    if (markup.everythingUndone())
+        markup.disableUndo();
 
     if (event.key == Qt::Key_Z && modifiers.testFlag(Qt::ControlModifier) &&
         !modifiers.testFlag(Qt::AltModifier) && !modifiers.testFlag(Qt::MetaModifier)) {
-        host.annotation(modifiers.testFlag(Qt::ShiftModifier) ? AnnotationCommand::RedoButton
-                                                              : AnnotationCommand::UndoButton);
+        if (modifiers.testFlag(Qt::ShiftModifier))
+            markup.redo();
+        else
+            markup.undo();
         host.needsDisplay();
     }
 
     if (modifiers != Qt::NoModifier)
         return;
-    if (const ShortcutEntry* entry = shortcutEntry(event, host.preferences().shortcutOfButton)) {
-        const bool blocked = entry->blockedWhileScrolling && gates.scrollScreenShot;
-        const bool scrollRefused =
-            entry->command == AnnotationCommand::ScrollScreenshotButtonClick &&
-            m_machine.onlyClipCurrentWindow();
-        if (!blocked && !scrollRefused) {
-            host.annotation(entry->command);
-            if (entry->endsPendingMove)
-                host.setCropBorderIsCanMove(false);
-        }
-    }
-    arrowKey(event, gates);
+    overlay::ShortcutContext context;
+    context.shortcutOfButton = host.preferences().shortcutOfButton;
+    context.scrolling = host.scrollScreenShot();
+    context.windowSelection = m_machine.onlyClipCurrentWindow();
+    if (markup.shortcutTyped(event, context))
+        host.setCropBorderIsCanMove(false);
+    arrowKey(event);
 }
 
-void ClipKeyHandler::arrowKey(const ClipKeyEvent& event, const ClipGates& gates)
+void ClipKeyHandler::arrowKey(const ClipKeyEvent& event)
 {
     CaptureState& state = m_machine.state();
     ClipViewHost& host = m_machine.host();
@@ -190,9 +132,10 @@ void ClipKeyHandler::arrowKey(const ClipKeyEvent& event, const ClipGates& gates)
         return;
     if (!state.buttonBoxHiddened) {
         state.buttonBoxHiddened = true;
-        host.postMessage(QStringLiteral("hiddenButtonOfClipToolbarWindow"));
+        host.postMessage(QString::fromLatin1(overlay::messages::HiddenButtonOfClipToolbarWindow));
     }
-    if (state.toolbarViewOpend && !gates.realStartRecordingScreen)
+    const RecorderInput& recorder = host.recorder();
+    if (recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen())
         m_machine.look().toolbarViewShown = false;
     host.setCursorRectsEnabled(false);
 }
@@ -206,9 +149,10 @@ void ClipKeyHandler::mouseMoved()
     state.resizeByKeyBoard = false;
     if (state.buttonBoxHiddened) {
         state.buttonBoxHiddened = false;
-        host.postMessage(QStringLiteral("unhiddenButtonOfClipToolbarWindow"));
+        host.postMessage(QString::fromLatin1(overlay::messages::UnhiddenButtonOfClipToolbarWindow));
     }
-    if (state.toolbarViewOpend && !host.gates().realStartRecordingScreen)
+    const RecorderInput& recorder = host.recorder();
+    if (recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen())
         m_machine.look().toolbarViewShown = true;
     host.setCursorRectsEnabled(true);
     m_machine.look().magnifierShown = false;

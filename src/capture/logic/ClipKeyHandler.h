@@ -6,8 +6,6 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace capture {
 
 class ClipStateMachine;
@@ -15,6 +13,9 @@ class ClipStateMachine;
 // The keys of a capture for one screen's overlay: the monitor's table, which
 // sees every key first, and the clip view's own keyDown, which acts once the
 // annotation window is open (undo, delete, tool short cuts, arrow keys).
+// What the keys mean to the mark-up (which tool a short cut chooses, what a
+// text view does with Delete) is the mark-up's: it gets them through
+// AnnotationInput.
 class ClipKeyHandler
 {
 public:
@@ -33,13 +34,8 @@ public:
     // ends them and brings the tool bar back.
     void mouseMoved();
 
-    // The tool command a typed key chooses through `shortcutOfButton`, with
-    // space as "ㄩ", Return as "↩" and letters in upper case.
-    [[nodiscard]] static std::optional<AnnotationCommand>
-    shortcutCommand(const ClipKeyEvent& event, const QVariantMap& shortcutOfButton);
-
 private:
-    void arrowKey(const ClipKeyEvent& event, const ClipGates& gates);
+    void arrowKey(const ClipKeyEvent& event);
 
     ClipStateMachine& m_machine;
 };

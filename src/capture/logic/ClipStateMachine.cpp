@@ -6,7 +6,10 @@
 #include "capture/logic/MultiWindowPick.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "capture/logic/SizeLabelPlacement.h"
+#include "capture/logic/WindowRules.h"
 #include "core/MessageBus.h"
+#include "overlay/logic/OverlayMessages.h"
+#include "settings/Keys.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,12 +29,13 @@ constexpr double MagnifierInterval = 0.04;
 // distance, so a slightly shaky click still takes the window.
 constexpr int RegionDragEvent = 8;
 
-const QString kMappingWindowName = QStringLiteral("mappingWindowByKelvo");
 const QString kDesktopPicturePrefix = QStringLiteral("Desktop Picture - ");
 
-bool isTextStroke(int type)
+// The current stroke holds text (a text box or a note).
+bool holdsText(const AnnotationInput& markup)
 {
-    return type == 6 || type == 7;
+    const std::optional<overlay::StrokeTraits> stroke = markup.currentStroke();
+    return stroke && stroke->holdsText;
 }
 
 } // namespace
@@ -155,12 +159,10 @@ void ClipStateMachine::showBoxes()
 
 void ClipStateMachine::mousedown(const ClipMouseEvent& event)
 {
-    const ClipGates gates = m_host.gates();
-    if (gates.tipsBoxIsOpening ||
-        (gates.mouseInButtonOfRecordScreen && !gates.realStartRecordingScreen) ||
-        gates.savePanelOpened)
+    if (eventsHeldElsewhere())
         return;
     m_look.tipViewShown = false;
+    AnnotationInput& markup = m_host.markup();
 
     if (event.modifiers.testFlag(Qt::ShiftModifier) && m_state.stateOfMultiWindowScreenshots == 0 &&
         m_onlyClipCurrentWindow && !m_state.clipToolbarWindowOpened)
@@ -178,15 +180,15 @@ void ClipStateMachine::mousedown(const ClipMouseEvent& event)
     const QPointF point = event.location;
     const bool inBorder = G::pointInRect(point, m_selection.cropBorderFrame);
     if (event.clickCount == 2 && inBorder && m_host.preferences().doubleClickToSavePaste) {
-        m_host.runLater(10,
-                        [this] { m_host.annotation(AnnotationCommand::CopyToPasteButtonClick); });
+        m_host.runLater(10, [this] { m_host.markup().copyToPaste(); });
         return;
     }
-    if (isTextStroke(gates.currentStrokeType) && !overStroke && inBorder) {
-        m_host.endTextEdit();
+    if (holdsText(markup) && !overStroke && inBorder) {
+        markup.endTextEdit();
         return;
     }
-    if (gates.scrollScreenShot)
+    const bool scrolling = m_host.scrollScreenShot();
+    if (scrolling)
         return;
 
     if (m_clipState == ClipState::Waiting) {
@@ -198,27 +200,43 @@ void ClipStateMachine::mousedown(const ClipMouseEvent& event)
         m_host.clipViewMouseDown(event);
 
     m_isCanDrawSelectFunction = false;
-    if (!m_state.toolbarViewOpend && gates.isRecordingOverlay)
+    const RecorderInput& recorder = m_host.recorder();
+    if (!recorder.toolbarViewOpend() && recorder.isRecordingOverlay())
         m_look.layerBackgroundClear = true;
 
-    chooseDragMode(point, gates, m_host.cropBorder());
+    chooseDragMode(point, scrolling, m_host.cropBorder());
 
     if (m_isCanDrawSelectFunction) {
-        m_host.handleMouseEvent(event, MouseEventPhase::Down);
+        markup.pointerPressed(event);
         if (overStroke)
             return;
-        if (isTextStroke(m_host.gates().currentStrokeType))
-            m_host.openTextView();
+        if (holdsText(markup))
+            markup.openTextView();
     } else {
         m_selection.startPoint = point;
         m_host.cropBorderMouseDown(event);
     }
 }
 
-void ClipStateMachine::chooseDragMode(QPointF point, const ClipGates& gates,
-                                      const CropBorderStatus& border)
+bool ClipStateMachine::eventsHeldElsewhere() const
 {
-    const bool recordingBar = m_state.toolbarViewOpend && !gates.realStartRecordingScreen;
+    // The tips box, a save panel, or the recording tool bar's start button
+    // before the recording runs.
+    const RecorderInput& recorder = m_host.recorder();
+    return m_host.tipsBoxIsOpening() ||
+           (recorder.mouseInButtonOfRecordScreen() && !recorder.realStartRecordingScreen()) ||
+           m_host.savePanelOpened();
+}
+
+bool ClipStateMachine::recordingBarWaits() const
+{
+    const RecorderInput& recorder = m_host.recorder();
+    return recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen();
+}
+
+void ClipStateMachine::chooseDragMode(QPointF point, bool scrolling, const CropBorderStatus& border)
+{
+    const bool recordingBar = recordingBarWaits();
     const bool overSelection =
         G::pointInRect(point, m_selection.contentViewFrame) && !border.isInResizeRect;
     const bool onBorder = G::pointInRect(point, m_selection.cropBorderFrame) && !overSelection;
@@ -233,11 +251,11 @@ void ClipStateMachine::chooseDragMode(QPointF point, const ClipGates& gates,
     if (border.isCanMove) {
         startMove();
     } else if (overSelection) {
-        if (!recordingBar && gates.selectFunction.size() >= 2 && m_state.clipToolbarWindowOpened)
+        if (!recordingBar && m_host.markup().hasDrawingTool() && m_state.clipToolbarWindowOpened)
             m_isCanDrawSelectFunction = true;
         else
             startMove();
-    } else if (onBorder && !gates.scrollScreenShot) {
+    } else if (onBorder && !scrolling) {
         m_dragMode = DragMode::Resize;
         m_selection.lastContentRectBeforeResize = m_selection.contentRect;
         if (recordingBar)
@@ -249,17 +267,16 @@ void ClipStateMachine::chooseDragMode(QPointF point, const ClipGates& gates,
 
 void ClipStateMachine::mousedragged(const ClipMouseEvent& event)
 {
-    const ClipGates gates = m_host.gates();
-    if (gates.tipsBoxIsOpening || m_state.stateOfMultiWindowScreenshots == 1 ||
-        (gates.mouseInButtonOfRecordScreen && !gates.realStartRecordingScreen) ||
-        gates.savePanelOpened)
+    if (m_state.stateOfMultiWindowScreenshots == 1 || eventsHeldElsewhere())
         return;
     ++m_state.mouseDraggedTimes;
 
     if (m_isCanDrawSelectFunction) {
-        m_host.handleMouseEvent(event, MouseEventPhase::Dragged);
-        // The mosaic is costly to paint: every third event is enough.
-        if (m_host.gates().currentStrokeType == 5 && m_state.mouseDraggedTimes % 3 == 0)
+        AnnotationInput& markup = m_host.markup();
+        markup.pointerDragged(event);
+        // A stroke costly to paint (the mosaic): every third event is enough.
+        const std::optional<overlay::StrokeTraits> stroke = markup.currentStroke();
+        if (stroke && stroke->paintsSparingly && m_state.mouseDraggedTimes % 3 == 0)
             m_host.needsDisplay();
         return;
     }
@@ -272,11 +289,11 @@ void ClipStateMachine::mousedragged(const ClipMouseEvent& event)
     }
     m_clipState = ClipState::Dragging;
 
-    if (!m_state.clipToolbarWindowOpened && !m_state.toolbarViewOpend)
+    if (!m_state.clipToolbarWindowOpened && !m_host.recorder().toolbarViewOpend())
         dragRegion(event);
     else
         dragSelection(event);
-    hideToolbarForChange(gates);
+    hideToolbarForChange();
 }
 
 void ClipStateMachine::dragRegion(const ClipMouseEvent& event)
@@ -330,24 +347,22 @@ void ClipStateMachine::afterMoveOrResize()
     m_host.cropBorderNeedsDisplay();
 }
 
-void ClipStateMachine::hideToolbarForChange(const ClipGates& gates)
+void ClipStateMachine::hideToolbarForChange()
 {
     if (!m_state.buttonBoxHiddened && m_state.clipToolbarWindowOpened && !m_onlyClipCurrentWindow) {
         m_state.buttonBoxHiddened = true;
-        m_host.postMessage(QStringLiteral("hiddenButtonOfClipToolbarWindow"));
+        m_host.postMessage(QString::fromLatin1(overlay::messages::HiddenButtonOfClipToolbarWindow));
         m_look.selectedBoxTransparent = false;
         m_look.backgroundBoxTransparent = false;
-        m_host.annotation(AnnotationCommand::HideSelectionBoxes);
+        m_host.markup().hideSelectionBoxes();
     }
-    if (m_state.toolbarViewOpend && m_look.toolbarViewShown && !m_onlyClipCurrentWindow &&
-        !gates.realStartRecordingScreen)
+    if (recordingBarWaits() && m_look.toolbarViewShown && !m_onlyClipCurrentWindow)
         m_look.toolbarViewShown = false;
 }
 
 void ClipStateMachine::mouseup(const ClipMouseEvent& event)
 {
-    const ClipGates gates = m_host.gates();
-    if (m_state.stateOfMultiWindowScreenshots == 1 && !gates.isRecordingOverlay) {
+    if (m_state.stateOfMultiWindowScreenshots == 1 && !m_host.recorder().isRecordingOverlay()) {
         m_host.toggleMultiWindowPick(event);
         return;
     }
@@ -355,15 +370,16 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
     m_look.magnifierShown = false;
     m_look.cursorImageShown = false;
     m_state.lastHotSpot = QPointF(-1.0, -1.0);
-    if (gates.savePanelOpened || gates.tipsBoxIsOpening)
+    if (m_host.savePanelOpened() || m_host.tipsBoxIsOpening())
         return;
     m_state.GKCropBorderViewCanMove = false;
 
     if (m_isCanDrawSelectFunction) {
         m_state.mouseDraggedTimes = 0;
-        m_host.handleMouseEvent(event, MouseEventPhase::Up);
-        const int type = m_host.gates().currentStrokeType;
-        if (type == 8 || type == 5) {
+        AnnotationInput& markup = m_host.markup();
+        markup.pointerReleased(event);
+        const std::optional<overlay::StrokeTraits> stroke = markup.currentStroke();
+        if (stroke && stroke->repaintsOnRelease) {
             m_host.updateTrackingAreas();
             m_host.needsDisplay();
         }
@@ -378,7 +394,7 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         m_look.cropBorderAdded = true;
         // A click on a pin marks that pin up.
         if (!m_state.annotatedOnMap)
-            m_state.annotatedOnMap = m_state.currentWindowName == kMappingWindowName;
+            m_state.annotatedOnMap = m_state.currentWindowName == QLatin1String(windownames::Pin);
     }
     QRectF& content = m_selection.contentRect;
     if (content.height() == 0 || content.width() == 0 ||
@@ -409,7 +425,8 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         m_state.currentRectOfAnnotatedImageView = G::truncated(frame);
         m_state.buttonBoxHiddened = false;
         writePreRect(m_state.currentRectOfAnnotatedImageView);
-        m_host.postMessage(QStringLiteral("unhiddenButtonOfClipToolbarWindow"));
+        m_host.postMessage(
+            QString::fromLatin1(overlay::messages::UnhiddenButtonOfClipToolbarWindow));
         m_host.activateApplication();
     } else if (m_state.clipToolbarWindowOpened) {
         m_state.mouseDraggedTimes = 0;
@@ -428,7 +445,7 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
     m_state.pointerRole = PointerRole::Arrow;
     if (!m_onlyClipCurrentWindow)
         m_look.cropBorderAdded = true;
-    m_host.annotation(AnnotationCommand::ClearSelectFunction);
+    m_host.markup().clearTool();
 
     m_state.currentRectOfAnnotatedImageView =
         G::grown(G::truncated(m_selection.contentRect), BorderBand);
@@ -441,12 +458,12 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
     m_host.cropBorderNeedsDisplay();
     m_state.screenOfScreenShot = m_host.screenUnderMouse();
     m_host.changFullImageToMosaicImage();
-    m_host.annotation(AnnotationCommand::OpenWindow);
+    m_host.openAnnotationWindow();
     m_host.activateApplication();
-    m_host.handleMouseEvent(event, MouseEventPhase::Up);
+    m_host.markup().pointerReleased(event);
 
     if (m_onlyClipCurrentWindow) {
-        m_host.annotation(AnnotationCommand::DisableScrollScreenshotButton);
+        m_host.markup().disableScrollCapture();
         if (!G::containsRect(QRectF(QPointF(0, 0), windowSize()), m_selection.selectedBoxFrame))
             m_host.setWindowBackgroundClear();
     }
@@ -464,7 +481,8 @@ QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
 
 void ClipStateMachine::writePreRect(const QRectF& frame)
 {
-    m_host.writePreference(QStringLiteral("preRectOfScreenShots"), preRectOfScreenShots(frame));
+    m_host.writePreference(QString(settings::keys::preRectOfScreenShots),
+                           preRectOfScreenShots(frame));
 }
 
 void ClipStateMachine::startPicking()
@@ -480,7 +498,7 @@ void ClipStateMachine::startPicking()
 void ClipStateMachine::flagsChanged(bool shiftDown)
 {
     if (shiftDown || m_state.stateOfMultiWindowScreenshots != 1 ||
-        m_host.gates().isRecordingOverlay)
+        m_host.recorder().isRecordingOverlay())
         return;
     if (m_state.arrOfAllSelectedScreenshots.empty()) {
         m_host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
@@ -501,10 +519,10 @@ void ClipStateMachine::flagsChanged(bool shiftDown)
     m_look.cropBorderAdded = true;
     m_look.cropBorderOnlyClipCurrentWindow = true;
     m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
-    m_host.annotation(AnnotationCommand::ClearSelectFunction);
+    m_host.markup().clearTool();
     m_state.currentRectOfAnnotatedImageView = frame;
 
-    m_host.annotation(AnnotationCommand::OpenWindow);
+    m_host.openAnnotationWindow();
     m_host.cropBorderNeedsDisplay();
     m_state.screenOfScreenShot = m_host.screenUnderMouse();
     m_clipState = ClipState::Selected;
@@ -513,7 +531,7 @@ void ClipStateMachine::flagsChanged(bool shiftDown)
     if (m_layout.count() >= 2)
         m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
     m_host.makeKeyAndOrderFront();
-    m_host.annotation(AnnotationCommand::DisableScrollScreenshotButton);
+    m_host.markup().disableScrollCapture();
     m_host.needsDisplay();
 }
 
@@ -535,9 +553,9 @@ void ClipStateMachine::fullScreenCapture()
 
     if (m_state.clipToolbarWindowOpened)
         return;
-    m_host.annotation(AnnotationCommand::ClearSelectFunction);
+    m_host.markup().clearTool();
     m_state.currentRectOfAnnotatedImageView = G::truncated(m_selection.contentFrame);
-    m_host.annotation(AnnotationCommand::OpenWindow);
+    m_host.openAnnotationWindow();
     m_state.screenOfScreenShot = m_host.screenUnderMouse();
     m_host.changFullImageToMosaicImage();
     if (m_layout.count() >= 2)

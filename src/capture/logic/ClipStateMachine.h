@@ -111,11 +111,15 @@ public:
     [[nodiscard]] QString preRectOfScreenShots(const QRectF& frame) const;
 
 private:
-    void chooseDragMode(QPointF point, const ClipGates& gates, const CropBorderStatus& border);
+    // The tips box, a save panel or the recorder's start button has the user.
+    [[nodiscard]] bool eventsHeldElsewhere() const;
+    // The recording tool bar waits for its start.
+    [[nodiscard]] bool recordingBarWaits() const;
+    void chooseDragMode(QPointF point, bool scrolling, const CropBorderStatus& border);
     void dragRegion(const ClipMouseEvent& event);
     void dragSelection(const ClipMouseEvent& event);
     void afterMoveOrResize();
-    void hideToolbarForChange(const ClipGates& gates);
+    void hideToolbarForChange();
     void finishFirstSelection(const ClipMouseEvent& event, int shadow);
     void writePreRect(const QRectF& frame);
     void showBoxes();

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "capture/logic/ClipEvents.h"
+#include "overlay/logic/AnnotationInput.h"
+#include "overlay/logic/RecorderInput.h"
 
 #include <QPointF>
 #include <QString>
@@ -12,28 +14,8 @@
 
 namespace capture {
 
-// Flags of the tool bar, the annotation window, the text views, the
-// scrolling capture and the recorder that gate the overlay's events. They
-// live with their own subsystems; the host reads them as each event arrives.
-struct ClipGates
-{
-    bool tipsBoxIsOpening = false;
-    bool savePanelOpened = false;
-    bool mouseInButtonOfRecordScreen = false;
-    bool realStartRecordingScreen = false;
-    bool scrollScreenShot = false;
-    bool textViewOpened = false;
-    double textViewMouseLocation = 0.0;
-    // The "type" of dicOfCurrentStroke (0 square ... 8 highlight); -1 while
-    // there is no current stroke.
-    int currentStrokeType = -1;
-    QString selectFunction;  // the current tool's name, "" for none
-    int numberOfStrokes = 0; // snapshots in the stroke history
-    int undoTimes = 0;
-    // The overlay serves a recording region (its controller answers the
-    // recording tool bar's question).
-    bool isRecordingOverlay = false;
-};
+using overlay::AnnotationInput;
+using overlay::RecorderInput;
 
 // Preferences the overlay reads.
 struct ClipPreferences
@@ -41,7 +23,8 @@ struct ClipPreferences
     bool doubleClickToSavePaste = true;
     bool needShadowOfnotSingleWindow = true;
     int sizeOfShadow = 18;
-    // Tool short cuts: key name ("squareShortcut", ...) to key ("1", "ㄩ", ...).
+    // The tool short cuts, key name to the text each holds; handed on to the
+    // mark-up, which alone knows the names.
     QVariantMap shortcutOfButton;
 };
 
@@ -52,39 +35,6 @@ struct CropBorderStatus
     bool isInResizeRect = false; // on a handle zone
     int whichInResizeRect = -1;  // the handle zone under the pointer, -1 none
     int numberOfReSize = 0;      // the last handle zone entered
-};
-
-// Commands to the annotation window's controller.
-enum class AnnotationCommand
-{
-    OpenWindow, // shows the annotation window; must set clipToolbarWindowOpened
-    SquareButtonClick,
-    EllipseButtonClick,
-    LineButtonClick,
-    ArrowButtonClick,
-    PencilButtonClick,
-    MosaicButtonClick,
-    TextButtonClick,
-    NoteButtonClick,
-    HighlightButtonClick,
-    MapButtonClick,
-    ScrollScreenshotButtonClick,
-    SaveButtonClick,
-    CopyToPasteButtonClick,
-    UndoButton,
-    RedoButton,
-    DisEnableUndoButton,
-    DisableScrollScreenshotButton,
-    DeleteCurrentStroke,
-    ClearSelectFunction, // selectFunction to ""
-    HideSelectionBoxes,  // hides its boxOfSelected, background and indicator while a change runs
-};
-
-enum class MouseEventPhase
-{
-    Down,
-    Dragged,
-    Up,
 };
 
 // The cursors the state machine itself sets. Setting Arrow also makes the
@@ -102,15 +52,24 @@ class ClipViewHost
 public:
     virtual ~ClipViewHost() = default;
 
+    // The mark-up on the overlay and the recorder: strokes, tools, text
+    // views and the recording tool bar are theirs, asked through these.
+    [[nodiscard]] virtual AnnotationInput& markup() = 0;
+    [[nodiscard]] virtual const RecorderInput& recorder() const = 0;
+
     // Read as each event arrives.
-    [[nodiscard]] virtual ClipGates gates() const = 0;
+    // The tips box or a save panel has the user.
+    [[nodiscard]] virtual bool tipsBoxIsOpening() const = 0;
+    [[nodiscard]] virtual bool savePanelOpened() const = 0;
+    // A scrolling capture runs on the selection.
+    [[nodiscard]] virtual bool scrollScreenShot() const = 0;
     [[nodiscard]] virtual ClipPreferences preferences() const = 0;
     [[nodiscard]] virtual CropBorderStatus cropBorder() const = 0;
     // Index in the screen layout of the screen under the pointer, -1 none.
     [[nodiscard]] virtual int screenUnderMouse() const = 0;
 
-    // A capture message by name ("cancelScreenShot", "startAnnotation",
-    // "hiddenButtonOfClipToolbarWindow", ...).
+    // A capture message by name (the constants of core::MessageBus and of
+    // OverlayMessages.h).
     virtual void postMessage(const QString& name) = 0;
     // Runs `task` on the main thread after `milliseconds`.
     virtual void runLater(int milliseconds, std::function<void()> task) = 0;
@@ -134,23 +93,18 @@ public:
     virtual void enterMultiWindowPick(const ClipMouseEvent& event) = 0;
     virtual void toggleMultiWindowPick(const ClipMouseEvent& event) = 0;
 
-    // Stroke input and the text views.
-    virtual void handleMouseEvent(const ClipMouseEvent& event, MouseEventPhase phase) = 0;
-    virtual void endTextEdit() = 0;
-    virtual void openTextView() = 0;
-    virtual void setKeyDownCode(int code) = 0; // the text view's codes: 51 Delete, 36 Return
+    // The mark-up's window goes up over this overlay, with the selection.
+    virtual void openAnnotationWindow() = 0;
     virtual void cropBorderMouseDown(const ClipMouseEvent& event) = 0;
     virtual void setCropBorderIsCanMove(bool canMove) = 0;
     virtual void updateTrackingAreas() = 0;
     virtual void changFullImageToMosaicImage() = 0;
-    virtual void annotation(AnnotationCommand command) = 0;
 
     // Keys: R, H and Z of the colour readout (true when one acted and so
-    // ended the capture), the clip view taking the keyboard for undo and
-    // redo, and the annotation controller's own handling.
+    // ended the capture), and the clip view taking the keyboard for undo
+    // and redo.
     virtual bool handleColorKey(const ClipKeyEvent& event) = 0;
     virtual void makeClipViewFirstResponder() = 0;
-    virtual void forwardKeyToAnnotation(const ClipKeyEvent& event) = 0;
 };
 
 } // namespace capture

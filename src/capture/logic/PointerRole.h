@@ -1,32 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QPointF>
+// The pointer's role lives in the overlay library, which the crop border and
+// the mark-up share with the capture; the capture keeps reading it by its
+// own names.
+#include "overlay/logic/PointerRole.h"
 
 namespace capture {
 
-// What the pointer is over, set by the code that chooses the cursor and read
-// back by the code that acts on a press, a move or a wheel turn. The cursor
-// shown is only the picture of this role.
-enum class PointerRole
-{
-    Arrow,
-    TextIBeam,       // over a text box
-    OverStroke,      // open hand over a stroke
-    ToolCrosshair,   // the drawing tool's own cross hair: free space in the region
-    Resize,          // on a handle of the selection or a stroke
-    ResizeAlternate, // the second family of resize and move cursors
-};
-
-// The hot spot that stands for a role where rules compare hot spots (the
-// tips compare the last one seen with the current one). The cross hair's
-// 16.01 marks it as the tool's own.
-[[nodiscard]] QPointF hotSpotOf(PointerRole role);
-
-// True for both resize families.
-[[nodiscard]] constexpr bool isResizeRole(PointerRole role)
-{
-    return role == PointerRole::Resize || role == PointerRole::ResizeAlternate;
-}
+using overlay::hotSpotOf;
+using overlay::isResizeRole;
+using overlay::PointerRole;
 
 } // namespace capture

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/logic/SelectionGeometry.h"
 
+#include "overlay/logic/CropBorderZones.h"
+
 #include <Qt>
 
 #include <algorithm>
@@ -192,21 +194,8 @@ std::vector<QRectF> SelectionGeometry::handleSquareRects(const QRectF& rect, boo
 
 std::array<QRectF, 9> SelectionGeometry::handleTrackRects(QSizeF size)
 {
-    const double w = size.width();
-    const double h = size.height();
-    const double W = w - 24;
-    const double H = h - 24;
-    return {{
-        {13, 13, W, h - 26},
-        {1, 1, 10, 10},
-        {12, 1, W, 10},
-        {w - 11, 1, 10, 10},
-        {w - 10, 12, 10, H},
-        {w - 11, h - 11, 10, 10},
-        {12, h - 11, W, 10},
-        {1, h - 11, 10, 10},
-        {2, 12, 10, H},
-    }};
+    // The selection's handles are exactly the zones the crop border tracks.
+    return overlay::CropBorderZones::handleTrackRects(size);
 }
 
 int SelectionGeometry::handleZoneAt(QSizeF size, QPointF p)

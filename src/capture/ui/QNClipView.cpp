@@ -8,6 +8,7 @@
 #include "capture/logic/HoverMagnifier.h"
 #include "capture/logic/HoverMoveDecision.h"
 #include "capture/logic/OverlayTips.h"
+#include "capture/logic/WindowRules.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipViewHost.h"
 #include "capture/ui/QNClipWindow.h"
@@ -318,7 +319,7 @@ void QNClipView::paintPicks(QPainter& painter)
     for (auto it = state.imageAllWindowArray.rbegin(); it != state.imageAllWindowArray.rend();
          ++it) {
         QRectF local = layout.topLeftToOverlayLocal(m_screenIndex, it->kCGWindowBounds);
-        if (it->kCGWindowName == QLatin1String("mappingWindowByKelvo"))
+        if (it->kCGWindowName == QLatin1String(windownames::Pin))
             local.adjust(-6, -6, 6, 6);
         painter.drawImage(core::flipped(local, height()), it->KCGWindowImage.pixels);
         for (const PickedWindow& p : picks) {

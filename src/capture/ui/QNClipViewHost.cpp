@@ -23,13 +23,19 @@ QNClipViewHost::QNClipViewHost(QNClipView& view)
     : m_view(view)
 {}
 
-ClipGates QNClipViewHost::gates() const
+AnnotationInput& QNClipViewHost::markup()
 {
-    // The tool bar, text views, scrolling capture and recorder that set the
-    // other gates are not part of the overlay yet.
-    ClipGates gates;
-    gates.isRecordingOverlay = m_view.manager().state().isRecordScreen;
-    return gates;
+    return m_view.manager().annotatedImageController();
+}
+
+bool QNClipViewHost::isRecordingOverlay() const
+{
+    return m_view.manager().state().isRecordScreen;
+}
+
+bool QNClipViewHost::toolbarViewOpend() const
+{
+    return m_view.manager().state().toolbarViewOpend;
 }
 
 ClipPreferences QNClipViewHost::preferences() const
@@ -193,29 +199,11 @@ void QNClipViewHost::changFullImageToMosaicImage()
     m_view.picksChanged();
 }
 
-void QNClipViewHost::annotation(AnnotationCommand command)
+void QNClipViewHost::openAnnotationWindow()
 {
-    toolbar::AnnotatedImageController& controller = m_view.manager().annotatedImageController();
-    switch (command) {
-    case AnnotationCommand::OpenWindow:
-        controller.openWindow(m_view.clipWindow(), [view = &m_view] {
-            return core::flipped(view->machine().selection().contentRect, view->height());
-        });
-        break;
-    case AnnotationCommand::SaveButtonClick:
-        controller.saveButtonClick();
-        break;
-    case AnnotationCommand::CopyToPasteButtonClick:
-        controller.copyToPasteButtonClick();
-        break;
-    case AnnotationCommand::MapButtonClick:
-        controller.mapButtonClick();
-        break;
-    default:
-        // The drawing tools, undo and the scrolling capture come with their
-        // own parts of the tool bar.
-        break;
-    }
+    m_view.manager().annotatedImageController().openWindow(m_view.clipWindow(), [view = &m_view] {
+        return core::flipped(view->machine().selection().contentRect, view->height());
+    });
 }
 
 bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)

@@ -9,14 +9,19 @@ class QNClipView;
 
 // What the selection's state machine asks of the world, answered by the real
 // overlay: repaints, the pointer, preferences, the crop border, messages.
-// Text views, strokes and the mosaic are not part of the overlay yet; their
-// calls are accepted and do nothing.
-class QNClipViewHost final : public ClipViewHost
+// The mark-up is the capture's annotation controller; the recorder, the tips
+// box, save panels and the scrolling capture are not part of the overlay yet,
+// so the host answers for them that they are idle.
+class QNClipViewHost final : public ClipViewHost, private RecorderInput
 {
 public:
     explicit QNClipViewHost(QNClipView& view);
 
-    ClipGates gates() const override;
+    AnnotationInput& markup() override;
+    const RecorderInput& recorder() const override { return *this; }
+    bool tipsBoxIsOpening() const override { return false; }
+    bool savePanelOpened() const override { return false; }
+    bool scrollScreenShot() const override { return false; }
     ClipPreferences preferences() const override;
     CropBorderStatus cropBorder() const override;
     int screenUnderMouse() const override;
@@ -36,20 +41,22 @@ public:
     void clipViewMouseDown(const ClipMouseEvent& event) override;
     void enterMultiWindowPick(const ClipMouseEvent& event) override;
     void toggleMultiWindowPick(const ClipMouseEvent& event) override;
-    void handleMouseEvent(const ClipMouseEvent&, MouseEventPhase) override {}
-    void endTextEdit() override {}
-    void openTextView() override {}
-    void setKeyDownCode(int) override {}
+    void openAnnotationWindow() override;
     void cropBorderMouseDown(const ClipMouseEvent& event) override;
     void setCropBorderIsCanMove(bool) override {}
     void updateTrackingAreas() override;
     void changFullImageToMosaicImage() override;
-    void annotation(AnnotationCommand command) override;
     bool handleColorKey(const ClipKeyEvent& event) override;
     void makeClipViewFirstResponder() override {}
-    void forwardKeyToAnnotation(const ClipKeyEvent&) override {}
 
 private:
+    // The recorder, as far as the overlay knows it: whether it serves a
+    // recording region and whether that has its tool bar.
+    bool isRecordingOverlay() const override;
+    bool toolbarViewOpend() const override;
+    bool mouseInButtonOfRecordScreen() const override { return false; }
+    bool realStartRecordingScreen() const override { return false; }
+
     QNClipView& m_view;
 };
 

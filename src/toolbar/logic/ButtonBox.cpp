@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/logic/ButtonBox.h"
 
+#include "toolbar/logic/ToolRegistry.h"
+
 #include <algorithm>
 
 namespace toolbar {
 
 const QStringList& buttonNames()
 {
-    static const QStringList names{"square", "ellipse", "line",       "arrow",     "pencilPen",
-                                   "mosaic", "text",    "note",       "highlight", "map",
-                                   "cancel", "save",    "copyToPaste"};
+    static const QStringList names = [] {
+        QStringList list;
+        for (const ToolEntry& entry : kTools) {
+            if (entry.can(can::ShowButton))
+                list.append(QString(entry.name));
+        }
+        return list;
+    }();
     return names;
 }
 

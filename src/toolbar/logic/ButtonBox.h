@@ -8,8 +8,9 @@
 
 namespace toolbar {
 
-// The buttons of the tool bar, left to right: the nine drawing tools, then
-// the four that finish a capture.
+// The buttons of the tool bar, left to right, as the tool table orders the
+// tools that show one: the nine drawing tools, then the four that finish a
+// capture.
 [[nodiscard]] const QStringList& buttonNames();
 inline constexpr qreal kButtonSize = 30;   // each square button, in points
 inline constexpr qreal kButtonSpacing = 2; // between buttons and at the bar's ends

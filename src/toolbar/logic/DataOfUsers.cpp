@@ -3,6 +3,7 @@
 
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
+#include "toolbar/logic/ToolRegistry.h"
 
 namespace toolbar {
 
@@ -14,18 +15,25 @@ constexpr char kRed[] = "#ffff0000";
 
 const QStringList& DataOfUsers::toolNames()
 {
-    static const QStringList names{"square", "ellipse", "line", "arrow",    "pencilPen",
-                                   "mosaic", "text",    "note", "highlight"};
+    static const QStringList names = [] {
+        QStringList list;
+        for (const ToolEntry& entry : kTools) {
+            if (entry.can(can::RememberSettings))
+                list.append(QString(entry.name));
+        }
+        return list;
+    }();
     return names;
 }
 
 QVariantMap DataOfUsers::defaultData()
 {
-    static const int sizes[] = {3, 3, 16, 10, 16, 3, 18, 18, 20};
     QVariantMap data;
-    for (int i = 0; i < toolNames().size(); ++i) {
-        data.insert(toolNames()[i],
-                    QVariantMap{{QStringLiteral("size"), sizes[i]},
+    for (const ToolEntry& entry : kTools) {
+        if (!entry.can(can::RememberSettings))
+            continue;
+        data.insert(QString(entry.name),
+                    QVariantMap{{QStringLiteral("size"), entry.defaultSize},
                                 {QStringLiteral("color"), QString::fromLatin1(kRed)}});
     }
     return data;

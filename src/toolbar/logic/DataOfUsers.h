@@ -21,7 +21,7 @@ class DataOfUsers
 public:
     // The tools in the order of the tool bar.
     [[nodiscard]] static const QStringList& toolNames();
-    // What a first start remembers: every colour red, these sizes.
+    // What a first start remembers: every colour red, each tool's default size.
     [[nodiscard]] static QVariantMap defaultData();
 
     // The stored dictionary, or the defaults in memory when none is stored.

@@ -3,9 +3,11 @@
 
 #include "capture/logic/CaptureState.h"
 #include "core/MessageBus.h"
+#include "overlay/logic/OverlayMessages.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "toolbar/logic/ButtonBox.h"
+#include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/ui/ClipToolBar.h"
 
 #include <QTimer>
@@ -62,15 +64,8 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     if (m_bar == nullptr) {
         m_bar = new ClipToolBar();
         connect(m_bar, &ClipToolBar::clicked, this, [this](const QString& name) {
-            if (name == QLatin1String("save"))
-                saveButtonClick();
-            else if (name == QLatin1String("copyToPaste"))
-                copyToPasteButtonClick();
-            else if (name == QLatin1String("map"))
-                mapButtonClick();
-            else if (name == QLatin1String("cancel"))
-                cancelButtonClick();
-            // The drawing tools take their clicks once they can draw.
+            if (const ToolEntry* entry = toolNamed(name))
+                chooseTool(*entry);
         });
     }
     m_bar->setParent(overlay);
@@ -154,6 +149,39 @@ void AnnotatedImageController::mapButtonClick()
     m_state.saveButtonClick = false;
 }
 
+void AnnotatedImageController::chooseTool(const ToolEntry& entry)
+{
+    switch (entry.id) {
+    case ToolId::Save:
+        saveButtonClick();
+        break;
+    case ToolId::CopyToPaste:
+        copyToPasteButtonClick();
+        break;
+    case ToolId::Map:
+        mapButtonClick();
+        break;
+    case ToolId::Cancel:
+        cancelButtonClick();
+        break;
+    default:
+        // The drawing tools and the scrolling capture come with their own
+        // parts of the mark-up.
+        break;
+    }
+}
+
+bool AnnotatedImageController::shortcutTyped(const overlay::ClipKeyEvent& event,
+                                             const overlay::ShortcutContext& context)
+{
+    const ToolEntry* entry = chooseByShortcut(event.key, event.text, context.shortcutOfButton,
+                                              context.scrolling, context.windowSelection);
+    if (entry == nullptr)
+        return false;
+    chooseTool(*entry);
+    return entry->can(can::EndPendingMove);
+}
+
 void AnnotatedImageController::cancelButtonClick()
 {
     m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
@@ -167,9 +195,9 @@ bool AnnotatedImageController::barContains(QPoint global) const
 
 void AnnotatedImageController::onMessage(const QString& name)
 {
-    if (name == QLatin1String("hiddenButtonOfClipToolbarWindow"))
+    if (name == QLatin1String(overlay::messages::HiddenButtonOfClipToolbarWindow))
         hiddenButton();
-    else if (name == QLatin1String("unhiddenButtonOfClipToolbarWindow"))
+    else if (name == QLatin1String(overlay::messages::UnhiddenButtonOfClipToolbarWindow))
         unhiddenButton();
     else if (name == QLatin1String(core::MessageBus::CloseClipToolbarWindow))
         closeWindow();
@@ -200,7 +228,7 @@ void AnnotatedImageController::observeValueForKeyPath(const QString& key, const 
         m_defaults.synchronize();
         return;
     }
-    if (key.endsWith(QLatin1String("Shortcut")) && key != QLatin1String("shortcut")) {
+    if (key.endsWith(QLatin1String("Shortcut")) && key != keys::shortcut) {
         QVariantMap shortcuts = m_defaults.dictionaryForKey(QString(keys::shortcutOfButton));
         shortcuts.insert(key, value);
         m_defaults.setObject(QString(keys::shortcutOfButton), shortcuts);

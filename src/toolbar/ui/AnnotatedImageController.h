@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/ui/ClipToolBar.h"
 
@@ -23,11 +24,15 @@ class Defaults;
 
 namespace toolbar {
 
+struct ToolEntry;
+
 // The annotation window of a capture, one for the process: it lies over
 // the screen of the selection with the tool bar under the selection, keeps
 // each tool's remembered settings, follows the preferences that change
-// them, and turns the four finishing buttons into the capture's end.
-class AnnotatedImageController final : public QObject
+// them, and turns the four finishing buttons into the capture's end. It is
+// the mark-up the overlay drives: strokes and text views come with the
+// stroke engine, so until then it answers that there are none.
+class AnnotatedImageController final : public QObject, public overlay::AnnotationInput
 {
     Q_OBJECT
 public:
@@ -47,6 +52,39 @@ public:
     void copyToPasteButtonClick();
     void mapButtonClick();
     void cancelButtonClick();
+
+    // A button of the bar, or a short cut, chose this tool. The drawing
+    // tools take their choice once they can draw.
+    void chooseTool(const ToolEntry& entry);
+
+    // What the overlay asks and tells the mark-up.
+    [[nodiscard]] bool hasDrawingTool() const override { return false; }
+    [[nodiscard]] std::optional<overlay::StrokeTraits> currentStroke() const override
+    {
+        return std::nullopt;
+    }
+    [[nodiscard]] bool hasStrokes() const override { return false; }
+    // With no history, nothing is left to undo.
+    [[nodiscard]] bool everythingUndone() const override { return true; }
+    [[nodiscard]] bool textViewOpened() const override { return false; }
+    [[nodiscard]] bool caretNearTextStart() const override { return true; }
+    void pointerPressed(const overlay::ClipMouseEvent&) override {}
+    void pointerDragged(const overlay::ClipMouseEvent&) override {}
+    void pointerReleased(const overlay::ClipMouseEvent&) override {}
+    void endTextEdit() override {}
+    void openTextView() override {}
+    void textKey(overlay::TextKey) override {}
+    void keyPressed(const overlay::ClipKeyEvent&) override {}
+    bool shortcutTyped(const overlay::ClipKeyEvent& event,
+                       const overlay::ShortcutContext& context) override;
+    void clearTool() override {}
+    void hideSelectionBoxes() override {}
+    void disableScrollCapture() override {}
+    void undo() override {}
+    void redo() override {}
+    void disableUndo() override {}
+    void deleteCurrentStroke() override {}
+    void copyToPaste() override { copyToPasteButtonClick(); }
 
     // Whether the bar is shown and under the global point.
     [[nodiscard]] bool barContains(QPoint global) const;

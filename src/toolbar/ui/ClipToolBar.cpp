@@ -3,6 +3,7 @@
 
 #include "core/Localized.h"
 #include "toolbar/logic/ButtonBox.h"
+#include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/ui/ToolIcons.h"
 
 #include <QPainter>
@@ -14,20 +15,8 @@ namespace {
 
 QString toolTipOf(const QString& name)
 {
-    static const QHash<QString, const char*> tips{{"square", "Rectangle"},
-                                                  {"ellipse", "Ellipse"},
-                                                  {"line", "Line"},
-                                                  {"arrow", "Arrow"},
-                                                  {"pencilPen", "Pencil"},
-                                                  {"mosaic", "Mosaic"},
-                                                  {"text", "Text"},
-                                                  {"note", "Note"},
-                                                  {"highlight", "Highlight"},
-                                                  {"map", "Pin to Screen"},
-                                                  {"cancel", "Cancel"},
-                                                  {"save", "Save"},
-                                                  {"copyToPaste", "Copy to Paste"}};
-    return core::localized(tips.value(name, ""));
+    const ToolEntry* entry = toolNamed(name);
+    return core::localized(entry != nullptr ? entry->tip : "");
 }
 
 } // namespace
@@ -42,7 +31,8 @@ ClipToolBar::ClipToolBar(QWidget* parent)
     for (const QString& name : buttonNames()) {
         auto* b = new QToolButton(this);
         b->setObjectName(name);
-        b->setIcon(toolIcon(name));
+        if (const ToolEntry* entry = toolNamed(name))
+            b->setIcon(toolIcon(QString(entry->iconName)));
         b->setIconSize(QSize(20, 20));
         b->setToolTip(toolTipOf(name));
         b->setAutoRaise(true);
@@ -58,7 +48,7 @@ ClipToolBar::ClipToolBar(QWidget* parent)
 
 void ClipToolBar::setUpdatesPin(bool updatesPin)
 {
-    if (QToolButton* copy = button(QStringLiteral("copyToPaste")))
+    if (QToolButton* copy = button(QString(tool(ToolId::CopyToPaste).name)))
         copy->setToolTip(core::localized(updatesPin ? "Update Map" : "Copy to Paste"));
 }
 

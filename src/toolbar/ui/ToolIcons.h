@@ -6,7 +6,8 @@
 
 namespace toolbar {
 
-// The tool bar's icon for a button name, drawn at every density.
+// The tool bar's icon of an icon name of the tool table, drawn at every
+// density; a null icon for any other name.
 [[nodiscard]] QIcon toolIcon(const QString& name);
 
 } // namespace toolbar

@@ -11,7 +11,7 @@
 namespace annotation {
 namespace {
 
-using capture::PointerRole;
+using overlay::PointerRole;
 
 // A 100 by 50 selection: the border is 112 by 62 points.
 constexpr int kWidth = 112;

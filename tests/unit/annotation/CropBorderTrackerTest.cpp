@@ -6,7 +6,8 @@
 namespace annotation {
 namespace {
 
-using capture::PointerRole;
+using overlay::CropBorderZones;
+using overlay::PointerRole;
 
 // A 100 by 50 selection: the border is 112 by 62.
 const QSizeF kBorder(112, 62);

@@ -12,8 +12,9 @@
 namespace capture {
 namespace {
 
+using testing::Cmd;
 using testing::FakeClipViewHost;
-using Cmd = AnnotationCommand;
+using testing::MouseEventPhase;
 
 const QString kCancel = QStringLiteral("cancelScreenShot");
 const QString kStartAnnotation = QStringLiteral("startAnnotation");
@@ -289,10 +290,10 @@ TEST_F(ClipStatesTest, ColourKeysAreOfferedOnlyBeforeTheAnnotationWindowOpens)
 
 TEST_F(ClipStatesTest, MonitorHandsDeleteReturnAndUndoToTheirOwners)
 {
-    m_host.gateValues.textViewOpened = true;
-    m_host.gateValues.textViewMouseLocation = 5;
+    m_host.mark.textView = true;
+    m_host.mark.textViewMouseLocation = 5;
     EXPECT_FALSE(m_keys->monitorKeyDown(key(Qt::Key_Backspace)));
-    m_host.gateValues.textViewMouseLocation = 1;
+    m_host.mark.textViewMouseLocation = 1;
     EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_Delete)));
     EXPECT_FALSE(m_keys->monitorKeyDown(key(Qt::Key_Return)));
     EXPECT_EQ(m_host.keyDownCodes, (std::vector<int>{51, 51, 36}));
@@ -310,7 +311,7 @@ TEST_F(ClipStatesTest, MarkUpOfAPinFromItsMenuTakesKeysBeforeTheFirstStroke)
     EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_4, Qt::NoModifier, QStringLiteral("4"))));
     EXPECT_TRUE(m_host.sent(Cmd::ArrowButtonClick));
     EXPECT_TRUE(m_host.forwardedKeys.empty());
-    m_host.gateValues.numberOfStrokes = 1;
+    m_host.mark.numberOfStrokes = 1;
     EXPECT_FALSE(m_keys->monitorKeyDown(key(Qt::Key_4, Qt::NoModifier, QStringLiteral("4"))));
     EXPECT_EQ(m_host.forwardedKeys.size(), 1u);
 }
@@ -323,7 +324,7 @@ TEST_F(ClipStatesTest, ToolShortCutsAreRoutedToTheAnnotationController)
     hover(kWindow);
     dragFrom({300, 300}, {300, 300}, 0);
     m_host.commands.clear();
-    m_host.gateValues.numberOfStrokes = 1;
+    m_host.mark.numberOfStrokes = 1;
     m_keys->keyDown(key(Qt::Key_4, Qt::NoModifier, QStringLiteral("4")));
     m_keys->keyDown(key(Qt::Key_T, Qt::NoModifier, QStringLiteral("t")));
     m_keys->keyDown(key(Qt::Key_Space, Qt::NoModifier, QStringLiteral(" ")));
@@ -338,7 +339,7 @@ TEST_F(ClipStatesTest, ToolShortCutsAreRoutedToTheAnnotationController)
     EXPECT_EQ(m_host.borderCanMoveCleared, 1);
 
     m_host.commands.clear();
-    m_host.gateValues.scrollScreenShot = true;
+    m_host.scrolling = true;
     m_keys->keyDown(key(Qt::Key_1, Qt::NoModifier, QStringLiteral("1")));
     m_keys->keyDown(key(Qt::Key_Space, Qt::NoModifier, QStringLiteral(" ")));
     EXPECT_EQ(m_host.commands, std::vector<Cmd>{Cmd::SaveButtonClick});
@@ -347,15 +348,15 @@ TEST_F(ClipStatesTest, ToolShortCutsAreRoutedToTheAnnotationController)
 TEST_F(ClipStatesTest, UndoRedoAndDeleteInTheOpenAnnotationWindow)
 {
     m_state.clipToolbarWindowOpened = true;
-    m_host.gateValues.numberOfStrokes = 3;
+    m_host.mark.numberOfStrokes = 3;
     m_keys->keyDown(key(Qt::Key_Z, Qt::ControlModifier));
     m_keys->keyDown(key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier));
     m_keys->keyDown(key(Qt::Key_Z, Qt::ControlModifier | Qt::MetaModifier));
     m_keys->keyDown(key(Qt::Key_Backspace)); // no current stroke
     EXPECT_EQ(m_host.commands, (std::vector<Cmd>{Cmd::UndoButton, Cmd::RedoButton}));
 
-    m_host.gateValues.currentStrokeType = 3;
-    m_host.gateValues.undoTimes = 3;
+    m_host.mark.stroke = overlay::StrokeTraits{}; // an arrow
+    m_host.mark.undoTimes = 3;
     m_keys->keyDown(key(Qt::Key_Delete));
     EXPECT_EQ(m_host.commands,
               (std::vector<Cmd>{Cmd::UndoButton, Cmd::RedoButton, Cmd::DeleteCurrentStroke,
@@ -431,8 +432,8 @@ TEST_F(ClipStatesTest, AClickInTheOpenAnnotationWindowChangesNothing)
 TEST_F(ClipStatesTest, APressWithAToolDrawsAStrokeInsteadOfChangingTheSelection)
 {
     selectRegion({300, 300}, {600, 500});
-    m_host.gateValues.selectFunction = QStringLiteral("arrow");
-    m_host.gateValues.currentStrokeType = 3;
+    m_host.mark.drawingTool = true;
+    m_host.mark.stroke = overlay::StrokeTraits{}; // an arrow
     m_host.strokeInput.clear();
     dragFrom({400, 400}, {500, 450}, 3);
     EXPECT_EQ(m_host.strokeInput,
@@ -443,17 +444,50 @@ TEST_F(ClipStatesTest, APressWithAToolDrawsAStrokeInsteadOfChangingTheSelection)
     EXPECT_FALSE(m_host.posted(kHidden));
 }
 
+TEST_F(ClipStatesTest, TheCurrentStrokesTraitsDecideItsTextEditingAndRepaints)
+{
+    selectRegion({300, 300}, {600, 500});
+    m_host.mark.drawingTool = true;
+
+    // A text stroke: a press in the selection off any stroke ends its editing
+    // and goes no further.
+    m_host.mark.stroke = overlay::StrokeTraits{.holdsText = true};
+    m_host.strokeInput.clear();
+    m_machine->mousedown(at({400, 400}));
+    EXPECT_EQ(m_host.mark.textEditsEnded, 1);
+    EXPECT_TRUE(m_host.strokeInput.empty());
+
+    // A stroke costly to paint repaints on every third drag only.
+    m_host.mark.stroke = overlay::StrokeTraits{.paintsSparingly = true};
+    m_machine->mousedown(at({400, 400}));
+    m_host.repaints = 0;
+    for (int i = 1; i <= 6; ++i)
+        m_machine->mousedragged(at({400.0 + i, 400}));
+    EXPECT_EQ(m_host.repaints, 2);
+
+    // Only a stroke that asks for it renews the overlay at the release.
+    m_host.repaints = 0;
+    m_machine->mouseup(at({406, 400}));
+    EXPECT_EQ(m_host.repaints, 0);
+    m_host.mark.stroke = overlay::StrokeTraits{.repaintsOnRelease = true};
+    m_machine->mousedown(at({400, 400}));
+    m_host.repaints = 0;
+    m_machine->mouseup(at({400, 400}));
+    EXPECT_EQ(m_host.repaints, 1);
+    EXPECT_EQ(m_host.mark.textEditsEnded, 1);
+}
+
 TEST_F(ClipStatesTest, GuardsDropEventsWhileSomethingElseHasTheUser)
 {
-    m_host.gateValues.savePanelOpened = true;
+    m_host.savePanel = true;
     m_machine->mousedown(at({300, 300}));
     EXPECT_EQ(m_machine->clipState(), ClipState::Waiting);
-    m_host.gateValues = {};
-    m_host.gateValues.tipsBoxIsOpening = true;
+    m_host.savePanel = false;
+    m_host.tipsBox = true;
     m_machine->mousedragged(at({300, 300}));
     EXPECT_EQ(m_state.mouseDraggedTimes, 0);
-    m_host.gateValues = {};
-    m_host.gateValues.scrollScreenShot = true;
+    m_host.tipsBox = false;
+    m_host.scrolling = true;
     m_machine->mousedown(at({300, 300}));
     EXPECT_EQ(m_machine->clipState(), ClipState::Waiting);
     // The first press hid the opening tip even though it went no further.

@@ -3,14 +3,134 @@
 
 #include "capture/logic/CaptureState.h"
 #include "capture/logic/ClipViewHost.h"
+#include "toolbar/logic/ToolRegistry.h"
 
 #include <QVariantMap>
 
+#include <algorithm>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
 namespace capture::testing {
+
+// What the overlay told the mark-up (and its host to open the mark-up's
+// window), in the words of the tool bar's buttons.
+enum class Cmd
+{
+    OpenWindow,
+    SquareButtonClick,
+    EllipseButtonClick,
+    LineButtonClick,
+    ArrowButtonClick,
+    PencilButtonClick,
+    MosaicButtonClick,
+    TextButtonClick,
+    NoteButtonClick,
+    HighlightButtonClick,
+    MapButtonClick,
+    ScrollScreenshotButtonClick,
+    CancelButtonClick,
+    SaveButtonClick,
+    CopyToPasteButtonClick,
+    UndoButton,
+    RedoButton,
+    DisEnableUndoButton,
+    DisableScrollScreenshotButton,
+    DeleteCurrentStroke,
+    ClearSelectFunction,
+    HideSelectionBoxes,
+};
+
+enum class MouseEventPhase
+{
+    Down,
+    Dragged,
+    Up,
+};
+
+// The mark-up's side: answers from plain fields, records what it is told,
+// and chooses tools by short cut through the real tool table.
+class FakeMarkup final : public AnnotationInput
+{
+public:
+    // Answers.
+    bool drawingTool = false;
+    std::optional<overlay::StrokeTraits> stroke;
+    int numberOfStrokes = 0;
+    int undoTimes = 0;
+    bool textView = false;
+    double textViewMouseLocation = 0.0;
+
+    // Records.
+    std::vector<Cmd> commands;
+    std::vector<MouseEventPhase> strokeInput;
+    std::vector<int> keyDownCodes; // the text view's codes: 51 Delete, 36 Return
+    std::vector<int> forwardedKeys;
+    int textEditsEnded = 0;
+
+    bool hasDrawingTool() const override { return drawingTool; }
+    std::optional<overlay::StrokeTraits> currentStroke() const override { return stroke; }
+    bool hasStrokes() const override { return numberOfStrokes != 0; }
+    bool everythingUndone() const override { return numberOfStrokes == undoTimes; }
+    bool textViewOpened() const override { return textView; }
+    bool caretNearTextStart() const override { return textViewMouseLocation < 2; }
+    void pointerPressed(const ClipMouseEvent&) override
+    {
+        strokeInput.push_back(MouseEventPhase::Down);
+    }
+    void pointerDragged(const ClipMouseEvent&) override
+    {
+        strokeInput.push_back(MouseEventPhase::Dragged);
+    }
+    void pointerReleased(const ClipMouseEvent&) override
+    {
+        strokeInput.push_back(MouseEventPhase::Up);
+    }
+    void endTextEdit() override { ++textEditsEnded; }
+    void openTextView() override {}
+    void textKey(overlay::TextKey key) override
+    {
+        keyDownCodes.push_back(key == overlay::TextKey::Delete ? 51 : 36);
+    }
+    void keyPressed(const ClipKeyEvent& event) override { forwardedKeys.push_back(event.key); }
+    bool shortcutTyped(const ClipKeyEvent& event, const overlay::ShortcutContext& context) override
+    {
+        const toolbar::ToolEntry* entry =
+            toolbar::chooseByShortcut(event.key, event.text, context.shortcutOfButton,
+                                      context.scrolling, context.windowSelection);
+        if (entry == nullptr)
+            return false;
+        // The button commands follow the tool numbers, from Square on.
+        commands.push_back(
+            static_cast<Cmd>(static_cast<int>(Cmd::SquareButtonClick) + entry->number()));
+        return entry->can(toolbar::can::EndPendingMove);
+    }
+    void clearTool() override { commands.push_back(Cmd::ClearSelectFunction); }
+    void hideSelectionBoxes() override { commands.push_back(Cmd::HideSelectionBoxes); }
+    void disableScrollCapture() override { commands.push_back(Cmd::DisableScrollScreenshotButton); }
+    void undo() override { commands.push_back(Cmd::UndoButton); }
+    void redo() override { commands.push_back(Cmd::RedoButton); }
+    void disableUndo() override { commands.push_back(Cmd::DisEnableUndoButton); }
+    void deleteCurrentStroke() override { commands.push_back(Cmd::DeleteCurrentStroke); }
+    void copyToPaste() override { commands.push_back(Cmd::CopyToPasteButtonClick); }
+};
+
+// The recorder's side: plain answers.
+class FakeRecorder final : public RecorderInput
+{
+public:
+    bool recordingOverlay = false;
+    bool toolbarView = false;
+    bool mouseInButton = false;
+    bool recording = false;
+
+    bool isRecordingOverlay() const override { return recordingOverlay; }
+    bool toolbarViewOpend() const override { return toolbarView; }
+    bool mouseInButtonOfRecordScreen() const override { return mouseInButton; }
+    bool realStartRecordingScreen() const override { return recording; }
+};
 
 // Records what the overlay's state machine asks of its view, and answers
 // its questions from plain fields a test sets.
@@ -36,7 +156,11 @@ public:
     }
 
     // Answers.
-    ClipGates gateValues;
+    FakeMarkup mark;
+    FakeRecorder rec;
+    bool tipsBox = false;
+    bool savePanel = false;
+    bool scrolling = false;
     ClipPreferences prefs;
     CropBorderStatus border;
     int underMouse = 0;
@@ -46,23 +170,24 @@ public:
 
     // Records.
     std::vector<QString> messages;
-    std::vector<AnnotationCommand> commands;
-    std::vector<MouseEventPhase> strokeInput;
+    // What the mark-up was told, with the opening of its window.
+    std::vector<Cmd>& commands = mark.commands;
+    std::vector<MouseEventPhase>& strokeInput = mark.strokeInput;
+    std::vector<int>& keyDownCodes = mark.keyDownCodes;
+    std::vector<int>& forwardedKeys = mark.forwardedKeys;
     std::vector<std::pair<int, std::function<void()>>> later;
     std::vector<QPointF> warps;
     std::vector<ClipCursor> cursors;
-    std::vector<int> keyDownCodes;
     std::vector<int> colourKeys;
-    std::vector<int> forwardedKeys;
     QVariantMap written;
     bool cursorRectsEnabled = true;
     int activations = 0;
     int magnifierRefreshes = 0;
+    int repaints = 0;
     int synchronizations = 0;
     int firstResponderRequests = 0;
     int picksEntered = 0;
     int picksToggled = 0;
-    int textEditsEnded = 0;
     int windowBackgroundsCleared = 0;
     int borderCanMoveCleared = 0;
 
@@ -70,7 +195,7 @@ public:
     {
         return std::find(messages.begin(), messages.end(), name) != messages.end();
     }
-    [[nodiscard]] bool sent(AnnotationCommand command) const
+    [[nodiscard]] bool sent(Cmd command) const
     {
         return std::find(commands.begin(), commands.end(), command) != commands.end();
     }
@@ -82,7 +207,11 @@ public:
             task();
     }
 
-    ClipGates gates() const override { return gateValues; }
+    AnnotationInput& markup() override { return mark; }
+    const RecorderInput& recorder() const override { return rec; }
+    bool tipsBoxIsOpening() const override { return tipsBox; }
+    bool savePanelOpened() const override { return savePanel; }
+    bool scrollScreenShot() const override { return scrolling; }
     ClipPreferences preferences() const override { return prefs; }
     CropBorderStatus cropBorder() const override { return border; }
     int screenUnderMouse() const override { return underMouse; }
@@ -92,7 +221,7 @@ public:
     {
         later.emplace_back(milliseconds, std::move(task));
     }
-    void needsDisplay() override {}
+    void needsDisplay() override { ++repaints; }
     void cropBorderNeedsDisplay() override {}
     void magnifierNeedsDisplay() override { ++magnifierRefreshes; }
     void setCursor(ClipCursor cursor) override { cursors.push_back(cursor); }
@@ -117,13 +246,12 @@ public:
         m_state.stateOfMultiWindowScreenshots = 1;
     }
     void toggleMultiWindowPick(const ClipMouseEvent&) override { ++picksToggled; }
-    void handleMouseEvent(const ClipMouseEvent&, MouseEventPhase phase) override
+    void openAnnotationWindow() override
     {
-        strokeInput.push_back(phase);
+        commands.push_back(Cmd::OpenWindow);
+        // The annotation controller marks its window open.
+        m_state.clipToolbarWindowOpened = true;
     }
-    void endTextEdit() override { ++textEditsEnded; }
-    void openTextView() override {}
-    void setKeyDownCode(int code) override { keyDownCodes.push_back(code); }
     void cropBorderMouseDown(const ClipMouseEvent&) override {}
     void setCropBorderIsCanMove(bool canMove) override
     {
@@ -132,23 +260,12 @@ public:
     }
     void updateTrackingAreas() override {}
     void changFullImageToMosaicImage() override {}
-    void annotation(AnnotationCommand command) override
-    {
-        commands.push_back(command);
-        // The annotation controller marks its window open.
-        if (command == AnnotationCommand::OpenWindow)
-            m_state.clipToolbarWindowOpened = true;
-    }
     bool handleColorKey(const ClipKeyEvent& event) override
     {
         colourKeys.push_back(event.key);
         return colourKeyActs;
     }
     void makeClipViewFirstResponder() override { ++firstResponderRequests; }
-    void forwardKeyToAnnotation(const ClipKeyEvent& event) override
-    {
-        forwardedKeys.push_back(event.key);
-    }
 
 private:
     CaptureState& m_state;

@@ -1,14 +1,25 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "annotation/logic/CropBorderZones.h"
+#include "overlay/logic/CropBorderZones.h"
 
-#include "capture/logic/SelectionGeometry.h"
-
-namespace annotation {
+namespace overlay {
 
 std::array<QRectF, 9> CropBorderZones::handleTrackRects(QSizeF size)
 {
-    // The crop border tracks exactly the handle zones the selection uses.
-    return capture::SelectionGeometry::handleTrackRects(size);
+    const double w = size.width();
+    const double h = size.height();
+    const double W = w - 24;
+    const double H = h - 24;
+    return {{
+        {13, 13, W, h - 26},
+        {1, 1, 10, 10},
+        {12, 1, W, 10},
+        {w - 11, 1, 10, 10},
+        {w - 10, 12, 10, H},
+        {w - 11, h - 11, 10, 10},
+        {12, h - 11, W, 10},
+        {1, h - 11, 10, 10},
+        {2, 12, 10, H},
+    }};
 }
 
 QRectF CropBorderZones::contentTrackRect(QSizeF size)
@@ -67,4 +78,4 @@ std::vector<TrackingArea> CropBorderZones::trackingAreas(QSizeF size, bool hideH
     return areas;
 }
 
-} // namespace annotation
+} // namespace overlay

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "capture/logic/PointerRole.h"
+#include "overlay/logic/PointerRole.h"
 
-namespace capture {
+namespace overlay {
 
 QPointF hotSpotOf(PointerRole role)
 {
@@ -22,4 +22,4 @@ QPointF hotSpotOf(PointerRole role)
     return {0.0, 0.0};
 }
 
-} // namespace capture
+} // namespace overlay

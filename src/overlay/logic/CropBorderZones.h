@@ -7,7 +7,7 @@
 #include <array>
 #include <vector>
 
-namespace annotation {
+namespace overlay {
 
 // A rectangle of the crop border that reports the pointer entering and
 // leaving it, by number: 0 the selection's body, 1 to 8 the handle zones
@@ -53,4 +53,4 @@ public:
                                                                  bool withRecordButton);
 };
 
-} // namespace annotation
+} // namespace overlay
