@@ -226,9 +226,7 @@ bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)
     if (defaults.contains(settings::keys::customizeColorString))
         format = defaults.stringForKey(settings::keys::customizeColorString);
     colour::ColorKeyHost host;
-    host.cancelCapture = [&manager] {
-        manager.bus().post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
-    };
+    host.cancelCapture = [&manager] { manager.bus().post(core::Message::CancelScreenShot); };
     host.storeCustomizeColorString = [&defaults](const QString& text) {
         defaults.setObject(settings::keys::customizeColorString, text);
         defaults.synchronize();

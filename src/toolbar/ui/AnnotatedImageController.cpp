@@ -36,7 +36,12 @@ void AnnotatedImageController::windowDidLoad()
     userCanceled = true;
     m_dataOfUsers.getUsersData(m_defaults);
     makeExclusivePairsSane();
-    connect(&m_bus, &core::MessageBus::message, this, &AnnotatedImageController::onMessage);
+    connect(&m_bus, &core::MessageBus::hiddenButtonOfClipToolbarWindow, this,
+            &AnnotatedImageController::hiddenButton);
+    connect(&m_bus, &core::MessageBus::unhiddenButtonOfClipToolbarWindow, this,
+            &AnnotatedImageController::unhiddenButton);
+    connect(&m_bus, &core::MessageBus::closeClipToolbarWindow, this,
+            &AnnotatedImageController::closeWindow);
     connect(&m_defaults, &settings::Defaults::changed, this,
             &AnnotatedImageController::observeValueForKeyPath);
 }
@@ -129,7 +134,7 @@ void AnnotatedImageController::startFinish()
 {
     m_state.startScreenShot = true;
     m_state.screenShotIsFinished = false;
-    m_bus.post(QString::fromLatin1(core::MessageBus::StartScreenShots));
+    m_bus.post(core::Message::StartScreenShots);
     hiddenButton();
 }
 
@@ -156,23 +161,13 @@ void AnnotatedImageController::mapButtonClick()
 
 void AnnotatedImageController::cancelButtonClick()
 {
-    m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    m_bus.post(core::Message::CancelScreenShot);
 }
 
 bool AnnotatedImageController::barContains(QPoint global) const
 {
     return m_bar != nullptr && m_bar->isVisible() &&
            m_bar->rect().contains(m_bar->mapFromGlobal(global));
-}
-
-void AnnotatedImageController::onMessage(const QString& name)
-{
-    if (name == QLatin1String("hiddenButtonOfClipToolbarWindow"))
-        hiddenButton();
-    else if (name == QLatin1String("unhiddenButtonOfClipToolbarWindow"))
-        unhiddenButton();
-    else if (name == QLatin1String(core::MessageBus::CloseClipToolbarWindow))
-        closeWindow();
 }
 
 void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant& value)
