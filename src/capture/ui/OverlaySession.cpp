@@ -88,6 +88,7 @@ OverlaySession::OverlaySession(OverlaySessionClient& client, platform::PointerCo
     , m_client(client)
     , m_pointer(pointer)
     , m_clock(clock)
+    , m_windowPool(clock)
 {}
 
 OverlaySession::~OverlaySession()

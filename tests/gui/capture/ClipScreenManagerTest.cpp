@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The region capture's timers run on the clock it is given: the right
-// button's short delay, and the release of an ended capture's objects.
+// button's short delay, the release of an ended capture's objects, and the
+// quiet minute after which the overlay windows are given back.
 #include "capture/logic/CaptureState.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipWindow.h"
@@ -159,4 +160,25 @@ TEST_F(ClipScreenManagerClock, AnEndedCapturesControllersGoOnTheClocksNextTurnOn
     EXPECT_FALSE(controller.isNull());
     clock.advance(0ms);
     EXPECT_TRUE(controller.isNull());
+}
+
+TEST_F(ClipScreenManagerClock, TheOverlaysAreReusedAndGivenBackAfterAQuietMinute)
+{
+    manager.startCapture();
+    QPointer<QNClipWindow> window = manager.controllers().front()->window();
+    manager.cancelScreenShot();
+    clock.advance(59s);
+    ASSERT_FALSE(window.isNull()) << "the overlay went before a quiet minute";
+
+    // A capture within the minute takes the same window, and the minute
+    // starts again once it ends.
+    manager.startCapture();
+    EXPECT_EQ(manager.controllers().front()->window(), window.data());
+    clock.advance(2min);
+    EXPECT_FALSE(window.isNull()) << "the overlay of a running capture was given back";
+    manager.cancelScreenShot();
+    clock.advance(59s);
+    EXPECT_FALSE(window.isNull());
+    clock.advance(1s);
+    EXPECT_TRUE(window.isNull());
 }
