@@ -1,14 +1,123 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/MessageBus.h"
 
+#include <QLoggingCategory>
 #include <QMetaObject>
+
+#include <array>
+#include <utility>
 
 namespace core {
 
-void MessageBus::post(const QString& name)
+Q_LOGGING_CATEGORY(lcMessages, "kelvo.messages", QtWarningMsg)
+
+namespace {
+
+using Signal = void (MessageBus::*)();
+
+struct Entry
+{
+    Message message;
+    const char* name;
+    Signal signal;
+};
+
+// In the order of the enum, so that an entry is found by its index.
+constexpr std::array kEntries{
+    Entry{Message::StartScreenShots, MessageBus::StartScreenShots, &MessageBus::startScreenShots},
+    Entry{Message::CancelScreenShot, MessageBus::CancelScreenShot, &MessageBus::cancelScreenShot},
+    Entry{Message::StartAnnotation, MessageBus::StartAnnotation, &MessageBus::startAnnotation},
+    Entry{Message::ScrollScreenShot, MessageBus::ScrollScreenShot, &MessageBus::scrollScreenShot},
+    Entry{Message::DisableTextView, MessageBus::DisableTextView, &MessageBus::disableTextView},
+    Entry{Message::RefreshMosaicDrawRect, MessageBus::RefreshMosaicDrawRect,
+          &MessageBus::refreshMosaicDrawRect},
+    Entry{Message::RefreshHighlightDrawRect, MessageBus::RefreshHighlightDrawRect,
+          &MessageBus::refreshHighlightDrawRect},
+    Entry{Message::RefreshOthersDrawRect, MessageBus::RefreshOthersDrawRect,
+          &MessageBus::refreshOthersDrawRect},
+    Entry{Message::CloseClipToolbarWindow, MessageBus::CloseClipToolbarWindow,
+          &MessageBus::closeClipToolbarWindow},
+    Entry{Message::ReOpenClipToolbarWindow, MessageBus::ReOpenClipToolbarWindow,
+          &MessageBus::reOpenClipToolbarWindow},
+    Entry{Message::HiddenButtonOfClipToolbarWindow, MessageBus::HiddenButtonOfClipToolbarWindow,
+          &MessageBus::hiddenButtonOfClipToolbarWindow},
+    Entry{Message::UnhiddenButtonOfClipToolbarWindow, MessageBus::UnhiddenButtonOfClipToolbarWindow,
+          &MessageBus::unhiddenButtonOfClipToolbarWindow},
+    Entry{Message::RightMouseClick, MessageBus::RightMouseClick, &MessageBus::rightMouseClick},
+    Entry{Message::DidDeliverNotification, MessageBus::DidDeliverNotification,
+          &MessageBus::didDeliverNotification},
+    Entry{Message::SelectedChanged, MessageBus::SelectedChanged, &MessageBus::selectedChanged},
+};
+
+constexpr bool entriesFollowTheEnum()
+{
+    for (std::size_t i = 0; i < kEntries.size(); ++i) {
+        if (static_cast<std::size_t>(kEntries[i].message) != i)
+            return false;
+    }
+    return true;
+}
+static_assert(entriesFollowTheEnum(), "the message table must follow the order of Message");
+
+const Entry& entryOf(Message message)
+{
+    return kEntries[static_cast<std::size_t>(message)];
+}
+
+} // namespace
+
+const char* MessageBus::nameOf(Message message)
+{
+    return entryOf(message).name;
+}
+
+std::optional<Message> MessageBus::messageNamed(QStringView name)
+{
+    for (const Entry& entry : kEntries) {
+        if (name == QLatin1StringView(entry.name))
+            return entry.message;
+    }
+    return std::nullopt;
+}
+
+void MessageBus::deliver(Message message)
+{
+    const Entry& entry = entryOf(message);
+    Q_EMIT this->message(QString::fromLatin1(entry.name));
+    Q_EMIT(this->*entry.signal)();
+}
+
+void MessageBus::post(Message message)
 {
     QMetaObject::invokeMethod(
-        this, [this, name] { Q_EMIT message(name); }, Qt::QueuedConnection);
+        this, [this, message] { deliver(message); }, Qt::QueuedConnection);
+}
+
+void MessageBus::send(Message message)
+{
+    deliver(message);
+}
+
+bool MessageBus::post(const QString& name)
+{
+    const std::optional<Message> known = messageNamed(name);
+    if (!known) {
+        qCWarning(lcMessages) << "no such message:" << name;
+        return false;
+    }
+    post(*known);
+    return true;
+}
+
+bool MessageBus::send(const QString& name)
+{
+    const std::optional<Message> known = messageNamed(name);
+    if (!known) {
+        qCWarning(lcMessages) << "no such message:" << name;
+        return false;
+    }
+    send(*known);
+    return true;
 }
 
 } // namespace core

@@ -3,13 +3,37 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringView>
+
+#include <optional>
 
 namespace core {
 
-// The capture's commands between its objects: names without payload. A
-// posted message is queued and delivered in order on the main thread, so a
-// handler never runs inside the event handler that posted it; send()
-// delivers at once where a caller needs the effect before it goes on.
+// The capture's commands between its objects, without payload.
+enum class Message
+{
+    StartScreenShots,
+    CancelScreenShot,
+    StartAnnotation,
+    ScrollScreenShot,
+    DisableTextView,
+    RefreshMosaicDrawRect,
+    RefreshHighlightDrawRect,
+    RefreshOthersDrawRect,
+    CloseClipToolbarWindow,
+    ReOpenClipToolbarWindow,
+    HiddenButtonOfClipToolbarWindow,
+    UnhiddenButtonOfClipToolbarWindow,
+    RightMouseClick,
+    DidDeliverNotification,
+    SelectedChanged,
+};
+
+// One signal per message. A posted message is queued and delivered in order
+// on the main thread, so a handler never runs inside the event handler that
+// posted it; send() delivers at once where a caller needs the effect before
+// it goes on. The names are the system's own, for wherever a message
+// travels as a string (the clip host, logs, tests).
 class MessageBus : public QObject
 {
     Q_OBJECT
@@ -26,15 +50,48 @@ public:
     static constexpr const char* RefreshOthersDrawRect = "refreshOthersDrawRect";
     static constexpr const char* CloseClipToolbarWindow = "closeClipToolbarWindow";
     static constexpr const char* ReOpenClipToolbarWindow = "reOpenClipToolbarWindow";
+    static constexpr const char* HiddenButtonOfClipToolbarWindow =
+        "hiddenButtonOfClipToolbarWindow";
+    static constexpr const char* UnhiddenButtonOfClipToolbarWindow =
+        "unhiddenButtonOfClipToolbarWindow";
     static constexpr const char* RightMouseClick = "rightMouseClick";
     static constexpr const char* DidDeliverNotification = "didDeliverNotification";
     static constexpr const char* SelectedChanged = "selectedChanged";
 
-    void post(const QString& name);
-    void send(const QString& name) { Q_EMIT message(name); }
+    [[nodiscard]] static const char* nameOf(Message message);
+    // The message of a name; nullopt for a name the bus does not carry.
+    [[nodiscard]] static std::optional<Message> messageNamed(QStringView name);
+
+    void post(Message message);
+    void send(Message message);
+    // By name; a name the bus does not carry is reported and dropped
+    // (false).
+    bool post(const QString& name);
+    bool send(const QString& name);
 
 Q_SIGNALS:
+    void startScreenShots();
+    void cancelScreenShot();
+    void startAnnotation();
+    void scrollScreenShot();
+    void disableTextView();
+    void refreshMosaicDrawRect();
+    void refreshHighlightDrawRect();
+    void refreshOthersDrawRect();
+    void closeClipToolbarWindow();
+    void reOpenClipToolbarWindow();
+    void hiddenButtonOfClipToolbarWindow();
+    void unhiddenButtonOfClipToolbarWindow();
+    void rightMouseClick();
+    void didDeliverNotification();
+    void selectedChanged();
+
+    // Every message by name, just before its own signal: for observers
+    // (logs, tests), not for acting on.
     void message(const QString& name);
+
+private:
+    void deliver(Message message);
 };
 
 } // namespace core

@@ -4,7 +4,6 @@
 #include "capture/logic/ClipStateMachine.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "core/MessageBus.h"
-#include "overlay/logic/OverlayMessages.h"
 
 namespace capture {
 namespace {
@@ -45,7 +44,7 @@ bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& event)
     AnnotationInput& markup = host.markup();
     // A modifier with Escape belongs to someone else's short cut.
     if (plain && event.key == Qt::Key_Escape) {
-        host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+        host.postMessage(core::Message::CancelScreenShot);
         return true;
     }
     // Read before the text view hears of the key, which may change them.
@@ -132,7 +131,7 @@ void ClipKeyHandler::arrowKey(const ClipKeyEvent& event)
         return;
     if (!state.buttonBoxHiddened) {
         state.buttonBoxHiddened = true;
-        host.postMessage(QString::fromLatin1(overlay::messages::HiddenButtonOfClipToolbarWindow));
+        host.postMessage(core::Message::HiddenButtonOfClipToolbarWindow);
     }
     const RecorderInput& recorder = host.recorder();
     if (recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen())
@@ -149,7 +148,7 @@ void ClipKeyHandler::mouseMoved()
     state.resizeByKeyBoard = false;
     if (state.buttonBoxHiddened) {
         state.buttonBoxHiddened = false;
-        host.postMessage(QString::fromLatin1(overlay::messages::UnhiddenButtonOfClipToolbarWindow));
+        host.postMessage(core::Message::UnhiddenButtonOfClipToolbarWindow);
     }
     const RecorderInput& recorder = host.recorder();
     if (recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen())

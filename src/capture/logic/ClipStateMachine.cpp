@@ -8,7 +8,6 @@
 #include "capture/logic/SizeLabelPlacement.h"
 #include "capture/logic/WindowRules.h"
 #include "core/MessageBus.h"
-#include "overlay/logic/OverlayMessages.h"
 #include "settings/Keys.h"
 
 #include <algorithm>
@@ -351,7 +350,7 @@ void ClipStateMachine::hideToolbarForChange()
 {
     if (!m_state.buttonBoxHiddened && m_state.clipToolbarWindowOpened && !m_onlyClipCurrentWindow) {
         m_state.buttonBoxHiddened = true;
-        m_host.postMessage(QString::fromLatin1(overlay::messages::HiddenButtonOfClipToolbarWindow));
+        m_host.postMessage(core::Message::HiddenButtonOfClipToolbarWindow);
         m_look.selectedBoxTransparent = false;
         m_look.backgroundBoxTransparent = false;
         m_host.markup().hideSelectionBoxes();
@@ -402,7 +401,7 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         content = m_state.currentWindowRect;
     // Nothing under the mouse and no region: nothing to leave the overlay up for.
     if (content.height() < 1.0 || content.width() < 1.0) {
-        m_host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+        m_host.postMessage(core::Message::CancelScreenShot);
         return;
     }
     // The desktop gives the whole screen as a region, with handles.
@@ -425,8 +424,7 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         m_state.currentRectOfAnnotatedImageView = G::truncated(frame);
         m_state.buttonBoxHiddened = false;
         writePreRect(m_state.currentRectOfAnnotatedImageView);
-        m_host.postMessage(
-            QString::fromLatin1(overlay::messages::UnhiddenButtonOfClipToolbarWindow));
+        m_host.postMessage(core::Message::UnhiddenButtonOfClipToolbarWindow);
         m_host.activateApplication();
     } else if (m_state.clipToolbarWindowOpened) {
         m_state.mouseDraggedTimes = 0;
@@ -469,7 +467,7 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
     }
     m_state.imageAllWindowArray.clear();
     if (m_layout.count() >= 2)
-        m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
+        m_host.postMessage(core::Message::StartAnnotation);
 }
 
 QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
@@ -501,7 +499,7 @@ void ClipStateMachine::flagsChanged(bool shiftDown)
         m_host.recorder().isRecordingOverlay())
         return;
     if (m_state.arrOfAllSelectedScreenshots.empty()) {
-        m_host.postMessage(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+        m_host.postMessage(core::Message::CancelScreenShot);
         return;
     }
     m_state.arrOfPreAllSelectedScreenshots.clear();
@@ -529,7 +527,7 @@ void ClipStateMachine::flagsChanged(bool shiftDown)
     m_host.changFullImageToMosaicImage();
     m_host.setWindowBackgroundClear();
     if (m_layout.count() >= 2)
-        m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
+        m_host.postMessage(core::Message::StartAnnotation);
     m_host.makeKeyAndOrderFront();
     m_host.markup().disableScrollCapture();
     m_host.needsDisplay();
@@ -559,7 +557,7 @@ void ClipStateMachine::fullScreenCapture()
     m_state.screenOfScreenShot = m_host.screenUnderMouse();
     m_host.changFullImageToMosaicImage();
     if (m_layout.count() >= 2)
-        m_host.postMessage(QString::fromLatin1(core::MessageBus::StartAnnotation));
+        m_host.postMessage(core::Message::StartAnnotation);
 }
 
 void ClipStateMachine::startAnnotation()

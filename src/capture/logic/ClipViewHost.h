@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/logic/ClipEvents.h"
+#include "core/MessageBus.h"
 #include "overlay/logic/AnnotationInput.h"
 #include "overlay/logic/RecorderInput.h"
 
@@ -68,9 +69,9 @@ public:
     // Index in the screen layout of the screen under the pointer, -1 none.
     [[nodiscard]] virtual int screenUnderMouse() const = 0;
 
-    // A capture message by name (the constants of core::MessageBus and of
-    // OverlayMessages.h).
-    virtual void postMessage(const QString& name) = 0;
+    // Posts a capture message on the bus (queued: it never runs inside the
+    // handler that posts it).
+    virtual void postMessage(core::Message message) = 0;
     // Runs `task` on the main thread after `milliseconds`.
     virtual void runLater(int milliseconds, std::function<void()> task) = 0;
 

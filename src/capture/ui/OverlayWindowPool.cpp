@@ -2,24 +2,24 @@
 #include "capture/ui/OverlayWindowPool.h"
 
 #include "capture/ui/QNClipWindow.h"
+#include "core/Clock.h"
 
 #include <QScreen>
 
+#include <chrono>
+
 namespace capture {
 
-OverlayWindowPool::OverlayWindowPool(QObject* parent)
+OverlayWindowPool::OverlayWindowPool(core::Clock& clock, QObject* parent)
     : QObject(parent)
-{
-    m_release.setSingleShot(true);
-    m_release.setInterval(60000);
-    connect(&m_release, &QTimer::timeout, this, &OverlayWindowPool::clear);
-}
+    , m_clock(clock)
+{}
 
 OverlayWindowPool::~OverlayWindowPool() = default;
 
 QNClipWindow* OverlayWindowPool::acquire(QScreen* screen)
 {
-    m_release.stop();
+    ++m_generation;
     auto& slot = m_windows[screen];
     if (!slot) {
         slot = std::make_unique<QNClipWindow>(screen);
@@ -34,7 +34,11 @@ QNClipWindow* OverlayWindowPool::acquire(QScreen* screen)
 
 void OverlayWindowPool::idle()
 {
-    m_release.start();
+    const unsigned generation = ++m_generation;
+    m_clock.singleShot(std::chrono::minutes(1), this, [this, generation] {
+        if (generation == m_generation)
+            clear();
+    });
 }
 
 void OverlayWindowPool::clear()

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 
 #include <map>
 #include <memory>
 
 class QScreen;
+
+namespace core {
+class Clock;
+}
 
 namespace capture {
 
@@ -22,7 +25,7 @@ class OverlayWindowPool : public QObject
 {
     Q_OBJECT
 public:
-    explicit OverlayWindowPool(QObject* parent = nullptr);
+    explicit OverlayWindowPool(core::Clock& clock, QObject* parent = nullptr);
     ~OverlayWindowPool() override;
 
     // A hidden overlay placed over `screen`, ready for a new capture.
@@ -33,8 +36,11 @@ public:
     [[nodiscard]] std::size_t size() const { return m_windows.size(); }
 
 private:
+    core::Clock& m_clock;
     std::map<QScreen*, std::unique_ptr<QNClipWindow>> m_windows;
-    QTimer m_release;
+    // Counts acquisitions and idlings, so that a quiet minute that was
+    // interrupted does not release the windows when it runs out.
+    unsigned m_generation = 0;
 };
 
 } // namespace capture

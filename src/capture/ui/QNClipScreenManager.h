@@ -2,8 +2,7 @@
 #pragma once
 
 #include "capture/logic/CaptureState.h"
-#include "capture/logic/EventMonitorTable.h"
-#include "capture/ui/OverlayWindowPool.h"
+#include "capture/ui/OverlaySession.h"
 #include "core/Geometry.h"
 #include "core/Picture.h"
 
@@ -16,15 +15,13 @@
 #include <memory>
 #include <vector>
 
-class QKeyEvent;
-class QScreen;
-
 namespace colour {
 class ColorReadoutState;
 }
 namespace core {
+class Clock;
 class MessageBus;
-}
+} // namespace core
 namespace settings {
 class Defaults;
 }
@@ -61,11 +58,10 @@ struct FinishedCapture
     bool openAfterSave = false; // the save was asked for with the modifier that opens the file
 };
 
-// Starts and ends one capture across all screens: one window pass, then one
-// controller with its overlay per screen. While a capture runs it is the
-// application's event filter and hands every pointer and key event to the
-// one screen under the mouse.
-class QNClipScreenManager : public QObject
+// Starts and ends one region capture across all screens: one window pass,
+// then one controller per screen on an overlay session, which routes every
+// pointer and key event to the controller of the screen under the mouse.
+class QNClipScreenManager : public QObject, private OverlaySessionClient
 {
     Q_OBJECT
 public:
@@ -81,6 +77,8 @@ public:
         colour::ColorReadoutState& readoutState;
         // The live tool short cuts.
         std::function<QVariantMap()> shortcutOfButton;
+        // The timers that decide behaviour run on it; null: the real clock.
+        core::Clock* clock = nullptr;
     };
 
     explicit QNClipScreenManager(Services services, QObject* parent = nullptr);
@@ -111,7 +109,7 @@ public:
     void clipWindowControllerDidCancel(QNClipWindowController* controller);
 
     [[nodiscard]] int currentScreenForMouseLocation() const;
-    [[nodiscard]] const core::ScreenLayout& layout() const { return m_layout; }
+    [[nodiscard]] const core::ScreenLayout& layout() const { return m_session.layout(); }
     [[nodiscard]] CaptureState& state() const { return m_state; }
     [[nodiscard]] core::MessageBus& bus() const { return m_bus; }
     [[nodiscard]] settings::Defaults& defaults() const { return m_defaults; }
@@ -138,33 +136,18 @@ Q_SIGNALS:
     void captureEnded(bool finished);
     void captureFinished(const capture::FinishedCapture& result);
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
-    // Marks a stretch in which the capture's objects may be on the stack:
-    // the event filter and the message handlers. An ending inside one
-    // retires the controllers and their views instead of destroying them;
-    // they go once the outermost stretch has returned to the event loop.
-    class HandlerScope
-    {
-    public:
-        explicit HandlerScope(QNClipScreenManager& manager);
-        ~HandlerScope();
-        HandlerScope(const HandlerScope&) = delete;
-        HandlerScope& operator=(const HandlerScope&) = delete;
+    // OverlaySessionClient
+    [[nodiscard]] MonitorGates monitorGates() const override;
+    bool pointerOnOwnWidget(QPointF global) override;
+    void perform(const OverlayRoute& route, OverlayPart& part, const QEvent& event) override;
+    void modalDialogShown() override;
 
-    private:
-        QNClipScreenManager& m_manager;
-    };
-
-    void onMessage(const QString& name);
+    // A message handler: it may end the capture.
+    template <typename Handler>
+    void handleMessage(Handler handler);
     void endAll();
-    void releaseRetired();
     [[nodiscard]] QNClipWindowController* controllerForScreen(int screen) const;
-    [[nodiscard]] QPointF pointerOf(const QEvent* event) const;
-    void perform(MonitorAction action, QNClipWindowController* controller, QPointF local,
-                 const QEvent* event);
 
     CaptureState& m_state;
     platform::WindowServer& m_windowServer;
@@ -174,20 +157,15 @@ private:
     settings::Defaults& m_defaults;
     colour::ColorReadoutState& m_readoutState;
     std::function<QVariantMap()> m_shortcutOfButton;
-    core::ScreenLayout m_layout;
-    std::vector<QScreen*> m_screens; // Qt's screens in layout order
-    std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;
-    // Controllers of ended captures, kept until no handler can use them.
-    std::vector<std::unique_ptr<QNClipWindowController>> m_retired;
-    int m_handlerDepth = 0;
-    bool m_releaseQueued = false;
-    OverlayWindowPool m_windowPool;
+    std::unique_ptr<core::Clock> m_ownClock; // when none was given
+    core::Clock& m_clock;
     std::unique_ptr<toolbar::AnnotatedImageController> m_annotation;
-    std::vector<QMetaObject::Connection> m_captureConnections;
+    // After the annotation controller: ended controllers go before it.
+    OverlaySession m_session;
+    std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;
     bool m_isWorking = false;
     bool m_finishing = false; // the capture ends with a picture
     int m_framesPending = 0;
-    int m_keyScreen = -1;
 };
 
 } // namespace capture

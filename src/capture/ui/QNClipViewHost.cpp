@@ -67,9 +67,9 @@ int QNClipViewHost::screenUnderMouse() const
     return m_view.manager().currentScreenForMouseLocation();
 }
 
-void QNClipViewHost::postMessage(const QString& name)
+void QNClipViewHost::postMessage(core::Message message)
 {
-    m_view.manager().bus().post(name);
+    m_view.manager().bus().post(message);
 }
 
 void QNClipViewHost::runLater(int milliseconds, std::function<void()> task)
@@ -214,9 +214,7 @@ bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)
     if (defaults.contains(settings::keys::customizeColorString))
         format = defaults.stringForKey(settings::keys::customizeColorString);
     colour::ColorKeyHost host;
-    host.cancelCapture = [&manager] {
-        manager.bus().post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
-    };
+    host.cancelCapture = [&manager] { manager.bus().post(core::Message::CancelScreenShot); };
     host.storeCustomizeColorString = [&defaults](const QString& text) {
         defaults.setObject(settings::keys::customizeColorString, text);
         defaults.synchronize();

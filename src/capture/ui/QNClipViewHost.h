@@ -25,7 +25,7 @@ public:
     ClipPreferences preferences() const override;
     CropBorderStatus cropBorder() const override;
     int screenUnderMouse() const override;
-    void postMessage(const QString& name) override;
+    void postMessage(core::Message message) override;
     void runLater(int milliseconds, std::function<void()> task) override;
     void needsDisplay() override;
     void cropBorderNeedsDisplay() override;

@@ -10,13 +10,17 @@
 
 #include <QTextStream>
 
+#include <utility>
+
 namespace capture {
 
 QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
-                                               platform::WindowServer& windowServer)
+                                               const settings::Defaults& defaults,
+                                               core::ScreenLayout layout)
     : m_delegate(delegate)
     , m_state(state)
-    , m_windowServer(windowServer)
+    , m_defaults(defaults)
+    , m_layout(std::move(layout))
 {}
 
 QNClipWindowController::~QNClipWindowController()
@@ -38,6 +42,17 @@ void QNClipWindowController::startCaptureWithScreen(int screenIndex, QNClipWindo
     lastWindowRect = QRectF(QPointF(0, 0), frame.size());
     m_window->show();
     m_window->raise();
+}
+
+QWidget* QNClipWindowController::overlayWindow() const
+{
+    return m_window;
+}
+
+void QNClipWindowController::retire()
+{
+    clearDelegate();
+    endCapture();
 }
 
 void QNClipWindowController::endCapture()
@@ -91,7 +106,7 @@ void QNClipWindowController::clipScreen()
 {
     if (m_delegate == nullptr || m_clipView == nullptr)
         return;
-    const core::ScreenLayout& layout = m_delegate->layout();
+    const core::ScreenLayout& layout = m_layout;
     const int chosen = m_state.screenOfScreenShot;
     if (chosen < 0 || chosen >= layout.count() ||
         layout.screen(chosen).frame != layout.screen(m_screenIndex).frame)
@@ -99,8 +114,7 @@ void QNClipWindowController::clipScreen()
 
     // The shutter sounds at once, not after the composition; a pin is
     // silent unless it came from the save button.
-    const settings::Defaults& defaults = m_delegate->defaults();
-    if (defaults.boolForKey(settings::keys::playSoundWhenScreenShots) &&
+    if (m_defaults.boolForKey(settings::keys::playSoundWhenScreenShots) &&
         !((m_state.annotatedOnMap || m_state.mapImage) && !m_state.saveButtonClick))
         m_delegate->clipWindowController(this);
     m_state.startScreenShot = false;

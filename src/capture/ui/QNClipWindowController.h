@@ -2,6 +2,8 @@
 #pragma once
 
 #include "capture/logic/CaptureState.h"
+#include "capture/ui/OverlayPart.h"
+#include "core/Geometry.h"
 
 #include <QObject>
 #include <QPointer>
@@ -11,8 +13,8 @@
 
 class QScreen;
 
-namespace platform {
-class WindowServer;
+namespace settings {
+class Defaults;
 }
 
 namespace capture {
@@ -23,12 +25,13 @@ class QNClipWindow;
 
 // One screen of a running capture: its overlay window and view, built by
 // startCaptureWithScreen() and torn down by endCapture().
-class QNClipWindowController : public QObject
+class QNClipWindowController : public QObject, public OverlayPart
 {
     Q_OBJECT
 public:
+    // `layout` is the capture's screen layout, fixed for the capture.
     QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
-                           platform::WindowServer& windowServer);
+                           const settings::Defaults& defaults, core::ScreenLayout layout);
     ~QNClipWindowController() override;
 
     // `window` is the overlay to use for this screen; it is lent, not given.
@@ -43,7 +46,11 @@ public:
     // selection is on another screen.
     void clipScreen();
 
-    [[nodiscard]] int screen() const { return m_screenIndex; }
+    [[nodiscard]] int screen() const override { return m_screenIndex; }
+    [[nodiscard]] QWidget* overlayWindow() const override;
+    // The capture has ended: no more calls to the manager, and the overlay
+    // is given back.
+    void retire() override;
     [[nodiscard]] QNClipWindow* window() const { return m_window; }
     [[nodiscard]] QNClipView* clipView() const { return m_clipView; }
     void clearDelegate() { m_delegate = nullptr; }
@@ -55,7 +62,8 @@ public:
 private:
     QNClipScreenManager* m_delegate;
     CaptureState& m_state;
-    platform::WindowServer& m_windowServer;
+    const settings::Defaults& m_defaults;
+    core::ScreenLayout m_layout;
     int m_screenIndex = -1;
     QNClipWindow* m_window = nullptr; // lent by the manager for one capture
     QNClipView* m_clipView = nullptr; // child of m_window

@@ -3,7 +3,6 @@
 
 #include "capture/logic/CaptureState.h"
 #include "core/MessageBus.h"
-#include "overlay/logic/OverlayMessages.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "toolbar/logic/ButtonBox.h"
@@ -38,7 +37,12 @@ void AnnotatedImageController::windowDidLoad()
     userCanceled = true;
     m_dataOfUsers.getUsersData(m_defaults);
     makeExclusivePairsSane();
-    connect(&m_bus, &core::MessageBus::message, this, &AnnotatedImageController::onMessage);
+    connect(&m_bus, &core::MessageBus::hiddenButtonOfClipToolbarWindow, this,
+            &AnnotatedImageController::hiddenButton);
+    connect(&m_bus, &core::MessageBus::unhiddenButtonOfClipToolbarWindow, this,
+            &AnnotatedImageController::unhiddenButton);
+    connect(&m_bus, &core::MessageBus::closeClipToolbarWindow, this,
+            &AnnotatedImageController::closeWindow);
     connect(&m_defaults, &settings::Defaults::changed, this,
             &AnnotatedImageController::observeValueForKeyPath);
 }
@@ -124,7 +128,7 @@ void AnnotatedImageController::startFinish()
 {
     m_state.startScreenShot = true;
     m_state.screenShotIsFinished = false;
-    m_bus.post(QString::fromLatin1(core::MessageBus::StartScreenShots));
+    m_bus.post(core::Message::StartScreenShots);
     hiddenButton();
 }
 
@@ -184,23 +188,13 @@ bool AnnotatedImageController::shortcutTyped(const overlay::ClipKeyEvent& event,
 
 void AnnotatedImageController::cancelButtonClick()
 {
-    m_bus.post(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    m_bus.post(core::Message::CancelScreenShot);
 }
 
 bool AnnotatedImageController::barContains(QPoint global) const
 {
     return m_bar != nullptr && m_bar->isVisible() &&
            m_bar->rect().contains(m_bar->mapFromGlobal(global));
-}
-
-void AnnotatedImageController::onMessage(const QString& name)
-{
-    if (name == QLatin1String(overlay::messages::HiddenButtonOfClipToolbarWindow))
-        hiddenButton();
-    else if (name == QLatin1String(overlay::messages::UnhiddenButtonOfClipToolbarWindow))
-        unhiddenButton();
-    else if (name == QLatin1String(core::MessageBus::CloseClipToolbarWindow))
-        closeWindow();
 }
 
 void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant& value)

@@ -96,7 +96,6 @@ private:
     void windowDidLoad();
     void resetButtonBox();
     void startFinish();
-    void onMessage(const QString& name);
     void observeValueForKeyPath(const QString& key, const QVariant& value);
     void makeExclusivePairsSane();
 

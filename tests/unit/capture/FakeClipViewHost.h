@@ -216,7 +216,10 @@ public:
     CropBorderStatus cropBorder() const override { return border; }
     int screenUnderMouse() const override { return underMouse; }
 
-    void postMessage(const QString& name) override { messages.push_back(name); }
+    void postMessage(core::Message message) override
+    {
+        messages.push_back(QString::fromLatin1(core::MessageBus::nameOf(message)));
+    }
     void runLater(int milliseconds, std::function<void()> task) override
     {
         later.emplace_back(milliseconds, std::move(task));

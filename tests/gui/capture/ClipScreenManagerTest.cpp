@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The region capture's timers run on the clock it is given: the right
+// button's short delay, the release of an ended capture's objects, and the
+// quiet minute after which the overlay windows are given back.
+#include "capture/logic/CaptureState.h"
+#include "capture/ui/QNClipScreenManager.h"
+#include "capture/ui/QNClipWindow.h"
+#include "capture/ui/QNClipWindowController.h"
+#include "colour/logic/ColorReadoutState.h"
+#include "core/Clock.h"
+#include "core/MessageBus.h"
+#include "platform/null/FakeWindowServer.h"
+#include "platform/null/NullServices.h"
+#include "settings/Defaults.h"
+#include "settings/MemoryStore.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <vector>
+
+using namespace capture;
+using namespace std::chrono_literals;
+
+namespace {
+
+// A clock that moves only when told to, running what falls due in order.
+class ManualClock final : public core::Clock
+{
+public:
+    [[nodiscard]] std::chrono::steady_clock::time_point now() const override { return m_now; }
+    void singleShot(std::chrono::milliseconds delay, const QObject* context,
+                    std::function<void()> task) override
+    {
+        m_tasks.push_back({m_now + delay, context, std::move(task)});
+    }
+    void advance(std::chrono::milliseconds by)
+    {
+        const auto until = m_now + by;
+        for (;;) {
+            auto next = m_tasks.end();
+            for (auto it = m_tasks.begin(); it != m_tasks.end(); ++it) {
+                if (it->due <= until && (next == m_tasks.end() || it->due < next->due))
+                    next = it;
+            }
+            if (next == m_tasks.end())
+                break;
+            Task task = std::move(*next);
+            m_tasks.erase(next);
+            m_now = task.due;
+            if (!task.context.isNull())
+                task.run();
+        }
+        m_now = until;
+    }
+
+private:
+    struct Task
+    {
+        std::chrono::steady_clock::time_point due;
+        QPointer<const QObject> context;
+        std::function<void()> run;
+    };
+    std::chrono::steady_clock::time_point m_now;
+    std::vector<Task> m_tasks;
+};
+
+class ClipScreenManagerClock : public ::testing::Test
+{
+protected:
+    ClipScreenManagerClock()
+    {
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        windows.layout = core::ScreenLayout({{QStringLiteral("offscreen"), QRectF(screen), 1.0}});
+        windows.desktop = QImage(screen.size(), QImage::Format_ARGB32);
+        windows.desktop.fill(Qt::darkGray);
+        pointer.at = QPointF(100, 100);
+    }
+    ~ClipScreenManagerClock() override
+    {
+        manager.cancelScreenShot();
+        clock.advance(1s);
+    }
+
+    // A right press on the overlay, where the pointer is.
+    void pressRightButton()
+    {
+        QNClipWindow* window = manager.controllers().front()->window();
+        ASSERT_NE(window, nullptr);
+        ASSERT_NE(window->windowHandle(), nullptr);
+        const QPointF global = QGuiApplication::primaryScreen()->geometry().topLeft() + pointer.at;
+        QMouseEvent press(QEvent::MouseButtonPress, pointer.at, global, Qt::RightButton,
+                          Qt::RightButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window->windowHandle(), &press);
+    }
+
+    ManualClock clock;
+    CaptureState state;
+    platform::null::FakeWindowServer windows;
+    platform::null::FixedPointer pointer;
+    platform::null::CountingSoundPlayer sound;
+    core::MessageBus bus;
+    settings::MemoryStore store;
+    settings::Defaults defaults{store};
+    colour::ColorReadoutState readout;
+    QNClipScreenManager manager{{state, windows, pointer, sound, bus, defaults, readout,
+                                 [] { return QVariantMap(); }, &clock}};
+};
+
+} // namespace
+
+TEST_F(ClipScreenManagerClock, ARightPressCancelsOnlyOnceItsDelayIsOver)
+{
+    manager.startCapture();
+    ASSERT_TRUE(manager.isWorking());
+    bool ended = false;
+    QObject::connect(&manager, &QNClipScreenManager::captureEnded, [&](bool finished) {
+        ended = true;
+        EXPECT_FALSE(finished);
+    });
+    pressRightButton();
+    clock.advance(9ms);
+    EXPECT_TRUE(manager.isWorking()) << "the right press cancelled before its delay was over";
+    clock.advance(1ms);
+    EXPECT_TRUE(ended);
+    EXPECT_FALSE(manager.isWorking());
+}
+
+TEST_F(ClipScreenManagerClock, ARightPressThatEndsOnAToolBarButtonDoesNotCancel)
+{
+    manager.startCapture();
+    pressRightButton();
+    // The pointer reached a button of the tool bar before the delay ended.
+    manager.mouseOnButton = true;
+    clock.advance(50ms);
+    EXPECT_TRUE(manager.isWorking());
+
+    // The same press away from the buttons does cancel.
+    manager.mouseOnButton = false;
+    pressRightButton();
+    clock.advance(10ms);
+    EXPECT_FALSE(manager.isWorking());
+}
+
+TEST_F(ClipScreenManagerClock, AnEndedCapturesControllersGoOnTheClocksNextTurnOnly)
+{
+    manager.startCapture();
+    QPointer<QNClipWindowController> controller = manager.controllers().front().get();
+    bus.send(core::Message::CancelScreenShot);
+    EXPECT_FALSE(manager.isWorking());
+    // Qt's own event loop turning does not free them; the clock's turn does.
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(controller.isNull());
+    clock.advance(0ms);
+    EXPECT_TRUE(controller.isNull());
+}
+
+TEST_F(ClipScreenManagerClock, TheOverlaysAreReusedAndGivenBackAfterAQuietMinute)
+{
+    manager.startCapture();
+    QPointer<QNClipWindow> window = manager.controllers().front()->window();
+    manager.cancelScreenShot();
+    clock.advance(59s);
+    ASSERT_FALSE(window.isNull()) << "the overlay went before a quiet minute";
+
+    // A capture within the minute takes the same window, and the minute
+    // starts again once it ends.
+    manager.startCapture();
+    EXPECT_EQ(manager.controllers().front()->window(), window.data());
+    clock.advance(2min);
+    EXPECT_FALSE(window.isNull()) << "the overlay of a running capture was given back";
+    manager.cancelScreenShot();
+    clock.advance(59s);
+    EXPECT_FALSE(window.isNull());
+    clock.advance(1s);
+    EXPECT_TRUE(window.isNull());
+}

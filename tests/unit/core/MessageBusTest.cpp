@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The message bus: posted messages come later and in order, sent ones at
+// once, each on its own signal, and the names stay the system's.
+#include "core/MessageBus.h"
+
+#include <QCoreApplication>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+using core::Message;
+using core::MessageBus;
+using Names = std::vector<std::string>;
+
+namespace {
+
+class MessageBusTest : public ::testing::Test
+{
+protected:
+    MessageBusTest()
+    {
+        if (QCoreApplication::instance() == nullptr)
+            m_app = std::make_unique<QCoreApplication>(m_argc, m_argv);
+        // What each typed signal delivered, in arrival order.
+        QObject::connect(&bus, &MessageBus::startScreenShots, [this] { seen.push_back("start"); });
+        QObject::connect(&bus, &MessageBus::cancelScreenShot, [this] { seen.push_back("cancel"); });
+        QObject::connect(&bus, &MessageBus::startAnnotation,
+                         [this] { seen.push_back("annotate"); });
+        QObject::connect(&bus, &MessageBus::closeClipToolbarWindow,
+                         [this] { seen.push_back("close"); });
+    }
+
+    static void turnEventLoop() { QCoreApplication::processEvents(); }
+
+    MessageBus bus;
+    std::vector<std::string> seen;
+
+private:
+    int m_argc = 1;
+    char m_name[8] = "test";
+    char* m_argv[2] = {m_name, nullptr};
+    std::unique_ptr<QCoreApplication> m_app;
+};
+
+TEST_F(MessageBusTest, PostedMessagesArriveLaterAndInTheOrderPosted)
+{
+    bus.post(Message::CancelScreenShot);
+    bus.post(Message::StartAnnotation);
+    bus.post(QString::fromLatin1(MessageBus::StartScreenShots));
+    bus.post(Message::CancelScreenShot);
+    EXPECT_TRUE(seen.empty()) << "a posted message was delivered inside post()";
+    turnEventLoop();
+    EXPECT_EQ(seen, (Names{"cancel", "annotate", "start", "cancel"}));
+}
+
+TEST_F(MessageBusTest, AMessagePostedByAHandlerWaitsUntilThatHandlerHasReturned)
+{
+    // The handler posts, then goes on: the posted message must not run
+    // inside it, even when the loop is already delivering.
+    bool insideHandler = false;
+    QObject::connect(&bus, &MessageBus::startAnnotation, [&] {
+        insideHandler = true;
+        bus.post(Message::CancelScreenShot);
+        seen.push_back("annotate-done");
+        insideHandler = false;
+    });
+    bool cancelledInsideHandler = false;
+    QObject::connect(&bus, &MessageBus::cancelScreenShot,
+                     [&] { cancelledInsideHandler = cancelledInsideHandler || insideHandler; });
+    bus.post(Message::StartAnnotation);
+    bus.post(Message::StartScreenShots);
+    for (int i = 0; i < 3; ++i)
+        turnEventLoop();
+    EXPECT_FALSE(cancelledInsideHandler);
+    // The one posted from inside comes after those posted before it.
+    EXPECT_EQ(seen, (Names{"annotate", "annotate-done", "start", "cancel"}));
+}
+
+TEST_F(MessageBusTest, SentMessagesArriveAtOnceAheadOfPostedOnes)
+{
+    bus.post(Message::StartAnnotation);
+    bus.send(Message::CancelScreenShot);
+    EXPECT_EQ(seen, Names{"cancel"});
+    bus.send(QString::fromLatin1(MessageBus::CloseClipToolbarWindow));
+    EXPECT_EQ(seen, (Names{"cancel", "close"}));
+    turnEventLoop();
+    EXPECT_EQ(seen, (Names{"cancel", "close", "annotate"}));
+}
+
+TEST_F(MessageBusTest, EachMessageReachesItsOwnSignalOnlyAndIsObservedByName)
+{
+    Names names;
+    QObject::connect(&bus, &MessageBus::message,
+                     [&](const QString& name) { names.push_back(name.toStdString()); });
+    bus.send(Message::StartScreenShots);
+    bus.send(Message::HiddenButtonOfClipToolbarWindow);
+    EXPECT_EQ(seen, Names{"start"});
+    EXPECT_EQ(names, (Names{"StartScreenShots", "hiddenButtonOfClipToolbarWindow"}));
+}
+
+TEST_F(MessageBusTest, NamesAreTheSystemsOwnAndDistinct)
+{
+    EXPECT_STREQ(MessageBus::nameOf(Message::StartScreenShots), "StartScreenShots");
+    EXPECT_STREQ(MessageBus::nameOf(Message::CancelScreenShot), "cancelScreenShot");
+    EXPECT_STREQ(MessageBus::nameOf(Message::UnhiddenButtonOfClipToolbarWindow),
+                 "unhiddenButtonOfClipToolbarWindow");
+    std::set<std::string> names;
+    for (int i = 0; i <= static_cast<int>(Message::SelectedChanged); ++i) {
+        const auto message = static_cast<Message>(i);
+        const char* name = MessageBus::nameOf(message);
+        names.insert(name);
+        EXPECT_EQ(MessageBus::messageNamed(QString::fromLatin1(name)), message) << name;
+    }
+    EXPECT_EQ(names.size(), static_cast<std::size_t>(Message::SelectedChanged) + 1);
+}
+
+TEST_F(MessageBusTest, UnknownOrMiscasedNamesAreRefused)
+{
+    Names names;
+    QObject::connect(&bus, &MessageBus::message,
+                     [&](const QString& name) { names.push_back(name.toStdString()); });
+    EXPECT_FALSE(bus.send(QStringLiteral("CancelScreenShot")));
+    EXPECT_FALSE(bus.post(QStringLiteral("noSuchMessage")));
+    turnEventLoop();
+    EXPECT_TRUE(names.empty());
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(MessageBus::messageNamed(u"startscreenshots"), std::nullopt);
+}
+
+} // namespace
