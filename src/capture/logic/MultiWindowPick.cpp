@@ -33,7 +33,7 @@ PickClick togglePick(CaptureState& state, std::uint32_t windowId, const QRectF& 
         clicked.erase(picked);
         result = PickClick::Removed;
     } else if (const WindowPicture* w = frozenPicture(state, windowId)) {
-        clicked.push_back({windowId, frame, screen, w->KCGWindowImage, w->kCGWindowName});
+        clicked.push_back({windowId, frame, screen, w->KCGWindowImage.picture(), w->kCGWindowName});
         result = PickClick::Added;
     }
 
@@ -84,7 +84,7 @@ bool addPickOfOne(CaptureState& state, bool onlyClipCurrentWindow, const QRectF&
     const qreal inset = 6 + shadow;
     const QRectF r = state.currentRectOfAnnotatedImageView.adjusted(inset, inset, -inset, -inset);
     state.arrOfAllSelectedScreenshots.push_back(
-        {state.currentWindowID, r, screen, w->KCGWindowImage, w->kCGWindowName});
+        {state.currentWindowID, r, screen, w->KCGWindowImage.picture(), w->kCGWindowName});
     return true;
 }
 

@@ -114,20 +114,7 @@ void WindowFilter::measureDock(const platform::WindowRecord& window, QRectF& bou
 std::optional<WindowPicture> WindowFilter::pictureOf(const Survivor& survivor) const
 {
     const QRectF& bounds = survivor.window.bounds;
-    QImage image;
-    switch (survivor.pictureKind) {
-    case PictureKind::CutToBounds:
-        image = m_server.pictureOfWindow(survivor.window.number, bounds);
-        break;
-    case PictureKind::ScreenArea:
-        image = m_server.pictureOfRect(bounds);
-        break;
-    case PictureKind::Whole:
-        image = m_server.pictureOfWindow(survivor.window.number, QRectF());
-        break;
-    }
-    if (!(bounds.width() > kSmallestPictured && bounds.height() > kSmallestPictured) ||
-        image.isNull())
+    if (!(bounds.width() > kSmallestPictured && bounds.height() > kSmallestPictured))
         return std::nullopt;
 
     // The picture is sized in points as the corrected bounds; a pin's picture
@@ -135,8 +122,24 @@ std::optional<WindowPicture> WindowFilter::pictureOf(const Survivor& survivor) c
     QSizeF size = bounds.size();
     if (survivor.isPin)
         size += QSizeF(2 * kPinMargin, 2 * kPinMargin);
-    return WindowPicture{survivor.window.number, core::Picture{std::move(image), size}, bounds,
-                         survivor.window.name};
+
+    WindowImage image;
+    if (survivor.pictureKind == PictureKind::ScreenArea) {
+        // A cut of the frozen desktop: no read to put off.
+        QImage area = m_server.pictureOfRect(bounds);
+        if (area.isNull())
+            return std::nullopt;
+        image = core::Picture{std::move(area), size};
+    } else {
+        // Held, not read: most captures hover and never need the pixels.
+        const QRectF cutTo = survivor.pictureKind == PictureKind::CutToBounds ? bounds : QRectF();
+        std::shared_ptr<platform::HeldPicture> held =
+            m_server.holdPictureOfWindow(survivor.window.number, cutTo);
+        if (!held || held->isNull())
+            return std::nullopt;
+        image = WindowImage(std::move(held), size);
+    }
+    return WindowPicture{survivor.window.number, std::move(image), bounds, survivor.window.name};
 }
 
 } // namespace capture

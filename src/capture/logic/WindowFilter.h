@@ -13,8 +13,8 @@ namespace capture {
 
 // The window pass at the start of a capture: decides which listed windows a
 // hover can hit, corrects the bounds of those whose window is larger than
-// what the user sees, and freezes a picture of each, so that nothing later
-// in the capture asks the window server again.
+// what the user sees, and holds a frozen picture of each, read only when a
+// pick or a paint needs its pixels.
 class WindowFilter
 {
 public:

@@ -321,7 +321,7 @@ void QNClipView::paintPicks(QPainter& painter)
         QRectF local = layout.topLeftToOverlayLocal(m_screenIndex, it->kCGWindowBounds);
         if (it->kCGWindowName == QLatin1String(windownames::Pin))
             local.adjust(-6, -6, 6, 6);
-        painter.drawImage(core::flipped(local, height()), it->KCGWindowImage.pixels);
+        painter.drawImage(core::flipped(local, height()), it->KCGWindowImage.pixels());
         for (const PickedWindow& p : picks) {
             if (p.windowId == it->number)
                 painter.fillRect(core::flipped(p.rect, height()), tint);

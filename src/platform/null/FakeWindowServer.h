@@ -18,12 +18,24 @@ public:
     QImage desktop; // the whole desktop in global top-left pixels at scale 1
     bool visible = true;
     int windowListCalls = 0;
+    // Pictures read, at once or from a held picture.
+    int pictureReads = 0;
 
     core::ScreenLayout screens() override { return layout; }
     std::vector<WindowRecord> windowList() override;
     QImage pictureOfWindow(std::uint32_t number, const QRectF& cutTo) override;
+    // Held as the picture is now; a read counts, and answers null once
+    // thawed or after the next windowList().
+    std::shared_ptr<HeldPicture> holdPictureOfWindow(std::uint32_t number,
+                                                     const QRectF& cutTo) override;
     QImage pictureOfRect(const QRectF& rect) override;
     bool canSeeOtherClients() override { return visible; }
+    void thaw() override { m_freeze.reset(); }
+
+private:
+    [[nodiscard]] QImage pictureNow(std::uint32_t number, const QRectF& cutTo) const;
+
+    std::shared_ptr<int> m_freeze = std::make_shared<int>(0);
 };
 
 } // namespace platform::null

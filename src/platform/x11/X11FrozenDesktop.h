@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/WindowServer.h"
 #include "platform/x11/X11ScreenGrabber.h"
 
 #include <QHash>
@@ -10,12 +11,19 @@
 
 #include <xcb/xcb.h>
 
+#include <memory>
+
 namespace platform::x11 {
 
 // The desktop as it was when a capture began: one MIT-SHM grab of the root,
 // cut into views without copying, and the frames of the windows listed with
 // it. Captures tend to come in runs, so the grab's memory is kept between
 // them and given back after a quiet minute.
+//
+// Under a compositor a window's picture is held rather than read: the first
+// hold of a freeze copies every listed window's off-screen contents on the
+// server, all in one round trip, and a held picture reads its copy only when
+// asked. The copies go with the thaw.
 class X11FrozenDesktop
 {
 public:
@@ -49,10 +57,30 @@ public:
     [[nodiscard]] QImage compositedPicture(xcb_window_t frame, const QRect& frameRect,
                                            const QRect& cut);
 
+    // What compositedPicture(frame, frameRect, cut) would give now, falling
+    // back to cut(cut) as pictures of windows do, but read only when asked
+    // and only until the thaw. `composited` says whether to try the
+    // compositor's copy at all.
+    [[nodiscard]] std::shared_ptr<HeldPicture> hold(xcb_window_t frame, const QRect& frameRect,
+                                                    const QRect& cut, bool composited);
+
+    // Window pixels read from the server so far (composited pictures, held
+    // or not), for the tests that prove a hold reads nothing.
+    [[nodiscard]] int windowReads() const { return m_windowReads; }
+
+    struct Freeze;
+
 private:
+    class Held;
+    // The server-side copies of this freeze's windows, made at its first hold.
+    void copyWindows();
+    void dropCopies();
+
     xcb_connection_t* m_connection;
     X11ScreenGrabber& m_grabber;
     QImage m_root;
+    std::shared_ptr<Freeze> m_freeze; // from freeze() to thaw()
+    int m_windowReads = 0;
     QHash<xcb_window_t, QRect> m_frames; // frame id -> device rectangle
     QTimer m_releaseTimer;
 };

@@ -38,6 +38,7 @@ struct X11WindowServer::State
     std::unique_ptr<X11FrozenDesktop> frozen;
     std::optional<NativeScreens> fixedScreens;
     NativeScreens screens;
+    std::optional<bool> composited; // asked once per window list
 
     [[nodiscard]] WindowRecord recordOf(const X11Client& client) const
     {
@@ -93,6 +94,11 @@ core::ScreenLayout X11WindowServer::screens()
     return m->screens.layout();
 }
 
+int X11WindowServer::windowReads() const
+{
+    return m->frozen ? m->frozen->windowReads() : 0;
+}
+
 bool X11WindowServer::compositorRunning()
 {
     return m->frozen && m->frozen->compositorRunning();
@@ -111,6 +117,7 @@ std::vector<WindowRecord> X11WindowServer::windowList()
     refreshScreens();
     m->frozen->freeze();
     m->frozen->forgetFrames();
+    m->composited.reset();
     const std::int64_t self = getpid();
     const xcb_window_t root = m->grabber->root();
     std::vector<WindowRecord> list;
@@ -151,6 +158,21 @@ QImage X11WindowServer::pictureOfWindow(std::uint32_t number, const QRectF& cutT
     if (!m->frozen->isFrozen())
         m->frozen->freeze();
     return m->frozen->cut(cut);
+}
+
+std::shared_ptr<HeldPicture> X11WindowServer::holdPictureOfWindow(std::uint32_t number,
+                                                                  const QRectF& cutTo)
+{
+    if (!m->connection)
+        return std::make_shared<ReadPicture>(QImage());
+    const QRect frameRect = m->frozen->frameOf(number);
+    // A window not listed with this freeze has no copy to hold.
+    if (frameRect.isNull() || number == m->grabber->root())
+        return WindowServer::holdPictureOfWindow(number, cutTo);
+    const QRect cut = cutTo.isNull() ? frameRect : m->screens.toPixels(cutTo);
+    if (!m->composited)
+        m->composited = compositorRunning();
+    return m->frozen->hold(number, frameRect, cut, *m->composited);
 }
 
 QImage X11WindowServer::pictureOfRect(const QRectF& rect)

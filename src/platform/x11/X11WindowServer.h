@@ -13,7 +13,8 @@ namespace platform::x11 {
 // it grabs the whole root through MIT-SHM and reads the stacking order, and
 // later pictures are cut from that grab without copying. Only with a
 // compositor running can a covered window be pictured whole (XComposite);
-// Kelvo never redirects windows itself.
+// Kelvo never redirects windows itself. Held pictures of windows (see
+// X11FrozenDesktop) stay on the server until a pick reads them.
 //
 // Put together from X11Atoms (the names it reads), stackedClients() (the
 // tree walk), layerOf() (the stacking layer) and X11FrozenDesktop (the grab
@@ -33,6 +34,8 @@ public:
     core::ScreenLayout screens() override;
     std::vector<WindowRecord> windowList() override;
     QImage pictureOfWindow(std::uint32_t number, const QRectF& cutTo) override;
+    std::shared_ptr<HeldPicture> holdPictureOfWindow(std::uint32_t number,
+                                                     const QRectF& cutTo) override;
     QImage pictureOfRect(const QRectF& rect) override;
     bool canSeeOtherClients() override { return isConnected(); }
     void thaw() override;
@@ -40,6 +43,8 @@ public:
     [[nodiscard]] bool compositorRunning();
     // The frozen root (device pixels), null before the first freeze.
     [[nodiscard]] const QImage& frozenRoot() const;
+    // Window pixels read from the server so far (see X11FrozenDesktop).
+    [[nodiscard]] int windowReads() const;
 
 private:
     struct State;

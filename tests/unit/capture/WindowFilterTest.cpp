@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/logic/WindowFilter.h"
+#include "capture/logic/MultiWindowPick.h"
 #include "platform/null/FakeWindowServer.h"
 #include "unit/capture/CaptureTestSupport.h"
 
@@ -104,7 +105,7 @@ TEST_F(WindowFilterTest, BannersShrinkToTheVisibleCardByThePrimaryScale)
     EXPECT_EQ(boundsOf(1), QRectF(1532, 50, 347, 62));
     // The picture is the window cut to the card.
     ASSERT_NE(pictured(1), nullptr);
-    EXPECT_EQ(pictured(1)->KCGWindowImage.pixels.size(), QSize(347, 62));
+    EXPECT_EQ(pictured(1)->KCGWindowImage.pixels().size(), QSize(347, 62));
 
     m_state = {};
     run(testing::twoScreens(2.0, 1.0));
@@ -129,7 +130,7 @@ TEST_F(WindowFilterTest, PinsAreListedWithoutTheirMarginButPicturedWithIt)
     EXPECT_EQ(boundsOf(1), QRectF(106, 106, 200, 100));
     ASSERT_NE(pictured(1), nullptr);
     EXPECT_EQ(pictured(1)->kCGWindowBounds, QRectF(106, 106, 200, 100));
-    EXPECT_EQ(pictured(1)->KCGWindowImage.pointSize, QSizeF(212, 112));
+    EXPECT_EQ(pictured(1)->KCGWindowImage.pointSize(), QSizeF(212, 112));
     EXPECT_EQ(pictured(1)->kCGWindowName, QStringLiteral("mappingWindowByKelvo"));
 }
 
@@ -158,7 +159,7 @@ TEST_F(WindowFilterTest, PicturesKeepListOrderAndAreSizedAsTheirBounds)
     EXPECT_EQ(m_state.imageAllWindowArray[0].number, 7u);
     EXPECT_EQ(m_state.imageAllWindowArray[0].kCGWindowName, QString());
     EXPECT_EQ(m_state.imageAllWindowArray[1].number, 3u);
-    EXPECT_EQ(m_state.imageAllWindowArray[1].KCGWindowImage.pointSize, QSizeF(640, 480));
+    EXPECT_EQ(m_state.imageAllWindowArray[1].KCGWindowImage.pointSize(), QSizeF(640, 480));
 }
 
 TEST_F(WindowFilterTest, DesktopAndLyricsAboveEverythingAreDropped)
@@ -185,7 +186,7 @@ TEST_F(WindowFilterTest, NotificationCentreCountsOnlyWithItsPanel)
     run();
     EXPECT_EQ(boundsOf(1), QRectF(1132, 0, 344, 1080));
     ASSERT_NE(pictured(1), nullptr);
-    EXPECT_EQ(pictured(1)->KCGWindowImage.pixels.width(), 344);
+    EXPECT_EQ(pictured(1)->KCGWindowImage.pixels().width(), 344);
     EXPECT_EQ(boundsOf(2).width(), 788.0);
 }
 
@@ -199,7 +200,7 @@ TEST_F(WindowFilterTest, MenuBarNumberIsRecordedAndMenuExtrasArePicturedFromTheS
     EXPECT_EQ(m_state.menuBarWindowID, 9u);
     EXPECT_NE(listed(9), nullptr);
     ASSERT_NE(pictured(4), nullptr);
-    EXPECT_EQ(pictured(4)->KCGWindowImage.pixels.pixelColor(0, 0), QColor(Qt::blue));
+    EXPECT_EQ(pictured(4)->KCGWindowImage.pixels().pixelColor(0, 0), QColor(Qt::blue));
 }
 
 TEST_F(WindowFilterTest, DockIsMeasuredByItsLitPixelsAndPicturedCutToThem)
@@ -211,7 +212,7 @@ TEST_F(WindowFilterTest, DockIsMeasuredByItsLitPixelsAndPicturedCutToThem)
     EXPECT_EQ(boundsOf(5), QRectF(500, 1000, 920, 80));
     EXPECT_EQ(m_state.dockImage.pointSize, QSizeF(1920, 1080));
     ASSERT_NE(pictured(5), nullptr);
-    EXPECT_EQ(pictured(5)->KCGWindowImage.pixels.size(), QSize(920, 80));
+    EXPECT_EQ(pictured(5)->KCGWindowImage.pixels().size(), QSize(920, 80));
 }
 
 TEST_F(WindowFilterTest, TransparentMonitorDocksAreMeasuredWhateverTheirName)
@@ -228,6 +229,45 @@ TEST_F(WindowFilterTest, TransparentMonitorDocksAreMeasuredWhateverTheirName)
     ASSERT_NE(listed(7), nullptr);
     EXPECT_EQ(boundsOf(7).width(), 0.0);
     EXPECT_EQ(pictured(7), nullptr);
+}
+
+// Window pictures are held, not read, by the window pass: a capture that
+// only hovers never reads one, a pick reads just its own, copies share that
+// read, and a picture first asked for after its capture reads nothing.
+TEST_F(WindowFilterTest, PicturesAreReadOnlyWhenAPickNeedsThem)
+{
+    for (std::uint32_t n = 1; n <= 20; ++n)
+        add(window(n, QStringLiteral("w%1").arg(n), 0, QRectF(n * 10, n * 10, 400, 300)));
+    m_server.windowPictures[7].fill(Qt::green);
+    run();
+    ASSERT_EQ(m_state.imageAllWindowArray.size(), 20u);
+    EXPECT_EQ(m_server.pictureReads, 0);
+
+    EXPECT_EQ(togglePick(m_state, 7, QRectF(0, 0, 400, 300), 0), PickClick::Added);
+    EXPECT_EQ(m_server.pictureReads, 1);
+    ASSERT_EQ(m_state.arrOfAllSelectedScreenshots.size(), 1u);
+    EXPECT_EQ(m_state.arrOfAllSelectedScreenshots[0].KCGWindowImage.pixels,
+              m_server.windowPictures[7]);
+    EXPECT_EQ(m_state.arrOfAllSelectedScreenshots[0].KCGWindowImage.pointSize, QSizeF(400, 300));
+    const WindowImage copy = pictured(7)->KCGWindowImage;
+    EXPECT_TRUE(copy.isRead());
+    EXPECT_EQ(copy.pixels(), m_server.windowPictures[7]);
+    EXPECT_EQ(m_server.pictureReads, 1);
+}
+
+TEST_F(WindowFilterTest, APictureFirstAskedForAfterTheCaptureEndedIsNull)
+{
+    add(window(1, "front", 0, QRectF(0, 0, 400, 300)));
+    add(window(2, "back", 0, QRectF(100, 100, 400, 300)));
+    run();
+    const WindowImage read = pictured(1)->KCGWindowImage;
+    const WindowImage unread = pictured(2)->KCGWindowImage;
+    ASSERT_FALSE(read.pixels().isNull());
+    m_server.thaw();
+    EXPECT_TRUE(unread.pixels().isNull());
+    EXPECT_TRUE(unread.isNull());
+    EXPECT_FALSE(read.pixels().isNull());
+    EXPECT_EQ(m_server.pictureReads, 1);
 }
 
 } // namespace
