@@ -32,11 +32,11 @@ enum class PngStrategy
     Rle,
 };
 
-// Which deflate writes the stream. Libdeflate, at the same level, is about
-// twice as fast as zlib on a screen and writes smaller files, but only
-// compresses a whole buffer: the rows are filtered on separate cores and
-// deflated as one stream. Zlib compresses strips on separate cores and
-// joins them; it is kept for measuring against.
+// Which deflate writes the stream. Libdeflate, at the same level, needs
+// about 0.6 times zlib's time per core on a screen and writes files 6 to 15
+// per cent smaller, but only compresses a whole buffer: the rows are
+// filtered on separate cores and deflated as one stream. Zlib compresses
+// strips on separate cores and joins them; it is kept for measuring against.
 enum class PngDeflater
 {
     Zlib,
