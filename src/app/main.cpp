@@ -4,21 +4,18 @@
 #include "app/CommandLine.h"
 #include "app/KelvoBus.h"
 #include "app/OfflineCommands.h"
+#include "app/launcher/ShotProgram.h"
 #include "app/output/ImageOutput.h"
-#include "app/output/ShotCommand.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopNotifier.h"
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/CanberraSoundPlayer.h"
 #include "platform/linux/PulseAudioDevices.h"
 #include "platform/linux/TextToSpeechSpeaker.h"
-#include "platform/x11/RandrScreens.h"
 #include "platform/x11/X11HotKeyCenter.h"
 #include "platform/x11/X11PointerControl.h"
 #include "platform/x11/X11WindowServer.h"
-#include "settings/MemoryStore.h"
 #include "settings/QSettingsStore.h"
-#include "settings/Startup.h"
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -26,9 +23,6 @@
 #include <QTextStream>
 #include <QTimer>
 
-#include <QThread>
-
-#include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
 
@@ -81,76 +75,6 @@ int forwardToRunningInstance(const app::CommandLine& cl, int argc, char** argv)
         return app::exitcode::Error;
     }
     return showPreferencesOfRunningInstance();
-}
-
-// Connects to the notification server only when there is something to
-// tell: a one-shot capture that succeeds never pays for the bus.
-class LazyNotifier final : public platform::DesktopNotifier
-{
-public:
-    void notify(const platform::Notification& n, std::function<void()> delivered) override
-    {
-        if (!m_notifier)
-            m_notifier = std::make_unique<platform::freedesktop::FreedesktopNotifier>(
-                QDBusConnection::sessionBus());
-        m_notifier->notify(n, std::move(delivered));
-    }
-    void waitForDelivery()
-    {
-        if (m_notifier)
-            m_notifier->waitForDelivery(3000);
-    }
-
-private:
-    std::unique_ptr<platform::freedesktop::FreedesktopNotifier> m_notifier;
-};
-
-// `kelvo full`, `kelvo screen`: no Qt GUI, no overlay, no instance.
-int runShot(const app::CommandLine& cl, int argc, char** argv)
-{
-    QCoreApplication core(argc, argv);
-    const auto randr = platform::x11::RandrScreens::query();
-    if (!randr) {
-        err() << "kelvo: cannot connect to the X server (is DISPLAY set?)\n";
-        return app::exitcode::Error;
-    }
-    platform::x11::X11WindowServer windows(randr->screens());
-
-    // Before Kelvo's first start its preferences are not written yet; the
-    // command then reads the values that start would write, and writes none.
-    settings::QSettingsStore userStore;
-    settings::MemoryStore firstRunStore;
-    auto userDefaults = std::make_unique<settings::Defaults>(userStore);
-    std::unique_ptr<settings::Defaults> firstRunDefaults;
-    settings::Defaults* defaults = userDefaults.get();
-    if (settings::isFirstRun(*userDefaults)) {
-        firstRunDefaults = std::make_unique<settings::Defaults>(firstRunStore);
-        const auto context = settings::StartContext::current();
-        settings::installFirstRunValues(*firstRunDefaults, context);
-        settings::installEveryStartValues(*firstRunDefaults, context);
-        defaults = firstRunDefaults.get();
-    }
-
-    LazyNotifier notifier;
-    app::output::ShotCommand::Services services;
-    services.windows = &windows;
-    services.defaults = defaults;
-    services.notifier = &notifier;
-    services.pointer = [&] {
-        return randr->screens().toPoints(QRect(randr->pointer(), QSize(1, 1))).topLeft();
-    };
-    services.clipboard = [](const QByteArray& png) {
-        return app::KelvoBus::copyImageToRunningInstance(png);
-    };
-    services.writeOut = [](const QByteArray& bytes) {
-        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stdout);
-        std::fflush(stdout);
-    };
-    services.report = [](const QString& line) { err() << "kelvo: " << line << '\n' << Qt::flush; };
-    services.sleep = [](int ms) { QThread::msleep(static_cast<unsigned long>(ms)); };
-    const int code = app::output::ShotCommand(services).run(*cl.shot);
-    notifier.waitForDelivery();
-    return code;
 }
 
 // `kelvo gui` with options: the running instance captures, this process
@@ -258,7 +182,9 @@ int main(int argc, char** argv)
         err() << "kelvo: " << cl.error << " (see kelvo --help)\n";
         return app::exitcode::Error;
     case app::CommandLine::Verb::Shot:
-        return runShot(cl, argc, argv);
+        return app::runShot(*cl.shot, argc, argv, [](const QByteArray& png) {
+            return app::KelvoBus::copyImageToRunningInstance(png);
+        });
     case app::CommandLine::Verb::Offline: {
         QCoreApplication core(argc, argv);
         return app::findOfflineCommand(cl.offlineVerb)->run(cl.arguments);

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // `kelvo`: the command people and hot-key daemons run. A request for a
 // running instance is the hot path, so this program links nothing but
-// libdbus and hands it over in about a millisecond; everything else (the
-// instance itself, the verbs that work on files) is the Qt program
-// `kelvo-app` beside it, which takes over this process with the same
-// arguments.
+// libdbus and hands it over in about a millisecond; a picture of the screen
+// (`full`, `screen`) is taken by the smaller `kelvo-shot`; everything else
+// (the instance itself, the verbs that work on files) is the Qt program
+// `kelvo-app`. Either takes over this process with the same arguments.
+#include "app/launcher/Sibling.h"
+
 #include <dbus/dbus.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <limits.h>
 #include <memory>
 #include <string>
 #include <unistd.h>
@@ -73,17 +75,6 @@ Forward forwardCall(const char* method)
     return Forward::Done;
 }
 
-std::string fullProgram()
-{
-    char self[PATH_MAX];
-    const ssize_t n = readlink("/proc/self/exe", self, sizeof self - 1);
-    if (n <= 0)
-        return "kelvo-app";
-    self[n] = '\0';
-    std::string path(self);
-    return path.substr(0, path.rfind('/') + 1) + "kelvo-app";
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -105,7 +96,11 @@ int main(int argc, char** argv)
             break;
         }
     }
-    const std::string program = fullProgram();
+    if (argc >= 2 && (std::strcmp(argv[1], "full") == 0 || std::strcmp(argv[1], "screen") == 0)) {
+        const std::string shot = app::launcher::siblingProgram("kelvo-shot");
+        execv(shot.c_str(), argv);
+    }
+    const std::string program = app::launcher::siblingProgram("kelvo-app");
     execv(program.c_str(), argv);
     execvp("kelvo-app", argv);
     std::fprintf(stderr, "kelvo: cannot start %s: %s\n", program.c_str(), std::strerror(errno));

@@ -15,7 +15,10 @@ QString writeAtomically(const QString& path, const QByteArray& bytes)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
-    if (file.write(bytes) != bytes.size()) {
+    // A file smaller than Qt's write buffer reaches the disk only at the
+    // flush, and commit() does not report a flush that fails (a full disk
+    // would leave an empty file behind a success), so flush here.
+    if (file.write(bytes) != bytes.size() || !file.flush()) {
         const QString error = file.errorString();
         file.cancelWriting();
         return error;

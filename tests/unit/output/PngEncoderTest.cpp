@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The strip encoder must write PNGs that independent decoders read back
-// pixel for pixel, whatever the filter, the number of strips and the seams
-// between them.
+// The encoder must write PNGs that independent decoders read back pixel for
+// pixel, whatever the filter, the deflater, the number of strips and the
+// seams between them.
 #include "app/output/PngEncoder.h"
 
 #include <QImage>
@@ -10,8 +10,10 @@
 #include <spng.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
+#include <string>
 
 using namespace app::output;
 
@@ -71,7 +73,8 @@ Decoded decodeWithSpng(const std::vector<std::uint8_t>& png)
 
 // Every IDAT joined and inflated by zlib itself, which checks the
 // combined Adler-32 that the strips' sums were merged into.
-int inflateIdat(const std::vector<std::uint8_t>& png, std::size_t expectedLength)
+int inflateIdat(const std::vector<std::uint8_t>& png, std::size_t expectedLength,
+                std::vector<std::uint8_t>* inflated = nullptr)
 {
     std::vector<std::uint8_t> stream;
     std::size_t at = 8;
@@ -90,7 +93,34 @@ int inflateIdat(const std::vector<std::uint8_t>& png, std::size_t expectedLength
         uncompress(out.data(), &outLength, stream.data(), static_cast<uLong>(stream.size()));
     if (result == Z_OK && outLength != expectedLength)
         return Z_DATA_ERROR;
+    if (inflated != nullptr)
+        *inflated = std::vector<std::uint8_t>(out.begin(),
+                                              out.begin() + static_cast<std::ptrdiff_t>(outLength));
     return result;
+}
+
+struct Chunk
+{
+    std::string type;
+    std::vector<std::uint8_t> data;
+};
+
+std::vector<Chunk> chunksOf(const std::vector<std::uint8_t>& png)
+{
+    std::vector<Chunk> chunks;
+    std::size_t at = 8;
+    while (at + 12 <= png.size()) {
+        const std::uint32_t length =
+            (std::uint32_t{png[at]} << 24) | (png[at + 1] << 16) | (png[at + 2] << 8) | png[at + 3];
+        Chunk c;
+        c.type.assign(png.begin() + static_cast<std::ptrdiff_t>(at + 4),
+                      png.begin() + static_cast<std::ptrdiff_t>(at + 8));
+        c.data.assign(png.begin() + static_cast<std::ptrdiff_t>(at + 8),
+                      png.begin() + static_cast<std::ptrdiff_t>(at + 8 + length));
+        chunks.push_back(std::move(c));
+        at += 12 + length;
+    }
+    return chunks;
 }
 
 void expectSamePixels(const QImage& image, const Decoded& d, bool alpha)
@@ -117,7 +147,22 @@ struct Case
     PngFilter filter;
     int threads;
     bool alpha;
+    PngDeflater deflater = PngDeflater::Zlib;
 };
+
+constexpr PngFilter kEveryFilter[] = {PngFilter::None,    PngFilter::Sub,   PngFilter::Up,
+                                      PngFilter::Average, PngFilter::Paeth, PngFilter::Adaptive};
+
+// Every filter, with and without alpha, on one core and on several.
+std::vector<Case> libdeflateCases()
+{
+    std::vector<Case> cases;
+    for (PngFilter f : kEveryFilter)
+        for (bool alpha : {false, true})
+            for (int threads : {1, 3})
+                cases.push_back({f, threads, alpha, PngDeflater::Libdeflate});
+    return cases;
+}
 
 class PngRoundTrip : public ::testing::TestWithParam<Case>
 {};
@@ -132,6 +177,7 @@ TEST_P(PngRoundTrip, DecodesToTheSamePixelsWithAValidChecksum)
     options.filter = c.filter;
     options.threads = c.threads;
     options.alpha = c.alpha ? PngAlpha::Straight : PngAlpha::Opaque;
+    options.deflater = c.deflater;
     const PngResult png = encodePng(core::ImageView::of(image), options);
     ASSERT_TRUE(png.ok());
     expectSamePixels(image, decodeWithSpng(png.bytes), c.alpha);
@@ -152,15 +198,136 @@ INSTANTIATE_TEST_SUITE_P(
                       Case{PngFilter::Paeth, 5, true}, Case{PngFilter::Adaptive, 2, true},
                       Case{PngFilter::Up, 8, true}));
 
+INSTANTIATE_TEST_SUITE_P(Libdeflate, PngRoundTrip, ::testing::ValuesIn(libdeflateCases()));
+
+TEST(PngEncoder, OutputDoesNotDependOnTheNumberOfCores)
+{
+    // Odd sizes, so strips end mid-way and rows are not a multiple of any
+    // word; the file must be byte for byte the one a single core writes.
+    for (QSize size : {QSize(301, 517), QSize(1, 130), QSize(999, 67)}) {
+        for (bool alpha : {false, true}) {
+            const QImage image = screenLike(size.width(), size.height(), alpha, 11);
+            for (PngFilter f : kEveryFilter) {
+                PngOptions one;
+                one.filter = f;
+                one.alpha = alpha ? PngAlpha::Straight : PngAlpha::Opaque;
+                one.deflater = PngDeflater::Libdeflate;
+                one.threads = 1;
+                const PngResult reference = encodePng(core::ImageView::of(image), one);
+                ASSERT_TRUE(reference.ok());
+                for (int threads : {2, 5, 16}) {
+                    PngOptions many = one;
+                    many.threads = threads;
+                    EXPECT_EQ(encodePng(core::ImageView::of(image), many).bytes, reference.bytes)
+                        << size.width() << "x" << size.height() << " filter " << static_cast<int>(f)
+                        << " alpha " << alpha << " threads " << threads;
+                }
+            }
+        }
+    }
+}
+
+TEST(PngEncoder, AdaptivePicksTheRowFilterWithTheSmallestSum)
+{
+    // Row 1 repeats row 0: Up and Paeth both leave zeros, and the tie goes
+    // to Up, the earlier. Row 2 is a ramp under a noisy row: Sub leaves a
+    // constant step. Row 3 is row 2 one brighter: Up leaves ones (Average
+    // twos, Sub the step).
+    const int w = 64;
+    QImage image(w, 4, QImage::Format_RGB32);
+    std::mt19937 rng(5);
+    for (int x = 0; x < w; ++x) {
+        const QRgb noise = rng() | 0xff000000u;
+        image.setPixel(x, 0, noise);
+        image.setPixel(x, 1, noise);
+        image.setPixel(x, 2, qRgb(x * 3, x * 3, x * 3));
+        image.setPixel(x, 3, qRgb(x * 3 + 1, x * 3 + 1, x * 3 + 1));
+    }
+    PngOptions options;
+    options.filter = PngFilter::Adaptive;
+    for (PngDeflater deflater : {PngDeflater::Zlib, PngDeflater::Libdeflate}) {
+        options.deflater = deflater;
+        const PngResult png = encodePng(core::ImageView::of(image), options);
+        ASSERT_TRUE(png.ok());
+        const std::size_t rowBytes = 1 + static_cast<std::size_t>(w) * 3;
+        std::vector<std::uint8_t> rows;
+        ASSERT_EQ(inflateIdat(png.bytes, rowBytes * 4, &rows), Z_OK);
+        EXPECT_EQ(rows[1 * rowBytes], 2) << "repeated row: Up";
+        EXPECT_EQ(rows[2 * rowBytes], 1) << "ramp: Sub";
+        EXPECT_EQ(rows[3 * rowBytes], 2) << "row one brighter than the last: Up";
+        expectSamePixels(image, decodeWithSpng(png.bytes), false);
+    }
+}
+
+TEST(PngEncoder, BothDeflatersWriteTheSameHeaderAndDensity)
+{
+    const QImage image = screenLike(123, 45, true);
+    PngOptions zlib;
+    zlib.alpha = PngAlpha::Straight;
+    zlib.pixelsPerMetre = 3780;
+    zlib.deflater = PngDeflater::Zlib;
+    PngOptions libdeflate = zlib;
+    libdeflate.deflater = PngDeflater::Libdeflate;
+    auto withoutData = [](std::vector<Chunk> chunks) {
+        for (Chunk& c : chunks)
+            if (c.type == "IDAT")
+                c.data.clear();
+        return chunks;
+    };
+    const auto a = withoutData(chunksOf(encodePng(core::ImageView::of(image), zlib).bytes));
+    const auto b = withoutData(chunksOf(encodePng(core::ImageView::of(image), libdeflate).bytes));
+    ASSERT_EQ(a.size(), b.size());
+    ASSERT_GE(a.size(), 4u);
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        EXPECT_EQ(a[i].type, b[i].type);
+        EXPECT_EQ(a[i].data, b[i].data) << a[i].type;
+    }
+    EXPECT_EQ(b.front().type, "IHDR");
+    EXPECT_EQ(b[1].type, "pHYs");
+    EXPECT_EQ(b.back().type, "IEND");
+}
+
+TEST(PngEncoder, AStreamOfSeveralIdatChunksDecodes)
+{
+    // Noise does not compress, so 1.5 MiB of pixels need more than one
+    // IDAT chunk with either deflater.
+    QImage image(1024, 384, QImage::Format_ARGB32);
+    std::mt19937 rng(3);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x)
+            row[x] = rng();
+    }
+    for (PngDeflater deflater : {PngDeflater::Zlib, PngDeflater::Libdeflate}) {
+        PngOptions options;
+        options.alpha = PngAlpha::Straight;
+        options.deflater = deflater;
+        const PngResult png = encodePng(core::ImageView::of(image), options);
+        ASSERT_TRUE(png.ok());
+        const auto chunks = chunksOf(png.bytes);
+        EXPECT_GT(std::count_if(chunks.begin(), chunks.end(),
+                                [](const Chunk& c) { return c.type == "IDAT"; }),
+                  1);
+        expectSamePixels(image, decodeWithSpng(png.bytes), true);
+    }
+}
+
 TEST(PngEncoder, TinyPicturesAndMoreCoresThanRowsStillDecode)
 {
     for (QSize size : {QSize(1, 1), QSize(1, 300), QSize(300, 1), QSize(7, 70)}) {
-        const QImage image = screenLike(size.width(), size.height(), false, 3);
-        PngOptions options;
-        options.threads = 16;
-        const PngResult png = encodePng(core::ImageView::of(image), options);
-        ASSERT_TRUE(png.ok());
-        expectSamePixels(image, decodeWithSpng(png.bytes), false);
+        for (PngDeflater deflater : {PngDeflater::Zlib, PngDeflater::Libdeflate}) {
+            for (bool alpha : {false, true}) {
+                const QImage image = screenLike(size.width(), size.height(), alpha, 3);
+                PngOptions options;
+                options.threads = 16;
+                options.deflater = deflater;
+                options.filter = PngFilter::Adaptive;
+                options.alpha = alpha ? PngAlpha::Straight : PngAlpha::Opaque;
+                const PngResult png = encodePng(core::ImageView::of(image), options);
+                ASSERT_TRUE(png.ok());
+                expectSamePixels(image, decodeWithSpng(png.bytes), alpha);
+            }
+        }
     }
 }
 
@@ -168,6 +335,7 @@ TEST(PngEncoder, StripsCostLittleSizeOverOneStream)
 {
     const QImage image = screenLike(640, 960, false);
     PngOptions one;
+    one.deflater = PngDeflater::Zlib;
     one.threads = 1;
     PngOptions four = one;
     four.threads = 4;
