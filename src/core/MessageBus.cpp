@@ -89,8 +89,14 @@ void MessageBus::deliver(Message message)
 
 void MessageBus::post(Message message)
 {
+    ++m_pending;
     QMetaObject::invokeMethod(
-        this, [this, message] { deliver(message); }, Qt::QueuedConnection);
+        this,
+        [this, message] {
+            --m_pending;
+            deliver(message);
+        },
+        Qt::QueuedConnection);
 }
 
 void MessageBus::send(Message message)

@@ -63,6 +63,8 @@ public:
     [[nodiscard]] static std::optional<Message> messageNamed(QStringView name);
 
     void post(Message message);
+    // Messages posted and not yet delivered.
+    [[nodiscard]] bool hasPending() const { return m_pending > 0; }
     void send(Message message);
     // By name; a name the bus does not carry is reported and dropped
     // (false).
@@ -92,6 +94,9 @@ Q_SIGNALS:
 
 private:
     void deliver(Message message);
+
+private:
+    int m_pending = 0;
 };
 
 } // namespace core

@@ -213,7 +213,8 @@ protected:
              randomInt(8, 12));
         x->tapKey(save ? "space" : "Return");
         ASSERT_TRUE(waitFor([&] { return overlaysGone(); }, 20s))
-            << (save ? "save" : "copy") << " did not end the capture";
+            << (save ? "save" : "copy") << " did not end the capture\n"
+            << kelvo->errors().toStdString();
         if (save) {
             ASSERT_TRUE(waitFor(
                 [&] { return QDir(shots).entryList(QDir::Files).size() == before + 1; }, 20s))

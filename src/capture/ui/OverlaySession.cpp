@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QWidget>
@@ -22,6 +23,8 @@ namespace capture {
 namespace {
 
 using namespace std::chrono_literals;
+
+Q_LOGGING_CATEGORY(lcKeyboard, "kelvo.keyboard", QtWarningMsg)
 
 // How long a grab another client holds waits before it is tried again.
 constexpr auto kGrabRetryDelay = 20ms;
@@ -128,6 +131,7 @@ void OverlaySession::releaseRetired()
 void OverlaySession::begin(const core::ScreenLayout& layout)
 {
     m_routing.begin(layout, {});
+    m_deferredKeys.clear(); // keys of an earlier session were delivered or dropped
     m_screens.clear();
     QList<QScreen*> screens = QGuiApplication::screens();
     if (QScreen* primary = QGuiApplication::primaryScreen()) {
@@ -208,15 +212,22 @@ void OverlaySession::giveKeyboardTo(int screen, int attempt)
     window->activateWindow();
     window->setFocus(Qt::ActiveWindowFocusReason);
     QWindow* handle = window->windowHandle();
-    if (handle != nullptr && !handle->setKeyboardGrabEnabled(true) &&
-        OverlayRouting::mayRetryGrab(attempt)) {
-        // Another client may hold the keyboard for a moment (a menu closing,
-        // the window manager); try again shortly, for up to a second.
-        m_clock.singleShot(kGrabRetryDelay, this, [this, screen, attempt] {
-            if (m_routing.grabStillWanted(screen))
-                giveKeyboardTo(screen, attempt + 1);
-        });
+    if (handle == nullptr || handle->setKeyboardGrabEnabled(true)) {
+        qCDebug(lcKeyboard) << "screen" << screen << "has the keyboard, attempt" << attempt;
+        return;
     }
+    if (!OverlayRouting::mayRetryGrab(attempt)) {
+        qCWarning(lcKeyboard) << "kelvo: could not take the keyboard; keys typed now go to"
+                              << "the window that has the focus";
+        return;
+    }
+    // Another client may hold the keyboard for a moment (a menu closing, the
+    // window manager); try again shortly, for up to a second.
+    qCDebug(lcKeyboard) << "screen" << screen << "keyboard grab failed, attempt" << attempt;
+    m_clock.singleShot(kGrabRetryDelay, this, [this, screen, attempt] {
+        if (m_routing.grabStillWanted(screen))
+            giveKeyboardTo(screen, attempt + 1);
+    });
 }
 
 QPointF OverlaySession::pointerOf(const QEvent* event) const
@@ -250,6 +261,16 @@ bool OverlaySession::eventFilter(QObject* watched, QEvent* event)
     });
     if (!ours)
         return false;
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+        const bool deferred = m_deferredKeys.remove(event);
+        // Keys queued before keep their place ahead of this one.
+        if (m_client.keysMustWait() || (!deferred && !m_deferredKeys.isEmpty())) {
+            QEvent* again = event->clone();
+            m_deferredKeys.insert(again);
+            QCoreApplication::postEvent(window, again);
+            return true;
+        }
+    }
     const std::optional<MonitorEventType> type = monitorTypeOf(event);
     if (!type)
         return false;

@@ -9,6 +9,7 @@
 #include <QMetaObject>
 #include <QObject>
 #include <QPointF>
+#include <QSet>
 
 #include <memory>
 #include <vector>
@@ -47,6 +48,10 @@ public:
     // A modal dialog of ours came up during the session. It would block the
     // overlays' input and hide under them, so the session must end.
     virtual void modalDialogShown() = 0;
+    // Whether keys must wait behind work the client has queued: a key typed
+    // right after a release must meet what that release started (the
+    // mark-up's window, say), even when both arrive in one batch.
+    [[nodiscard]] virtual bool keysMustWait() const { return false; }
 
 protected:
     OverlaySessionClient() = default;
@@ -126,6 +131,8 @@ private:
     OverlayRouting m_routing;
     std::vector<QScreen*> m_screens; // Qt's screens in layout order
     std::vector<OverlayPart*> m_parts;
+    // Key events sent to the back of the queue, in the order they came.
+    QSet<const QEvent*> m_deferredKeys;
     // Parts of ended sessions, kept until no handler can use them.
     std::vector<std::unique_ptr<OverlayPart>> m_retired;
     int m_handlerDepth = 0;

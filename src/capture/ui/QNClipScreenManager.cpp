@@ -275,6 +275,11 @@ bool QNClipScreenManager::pointerOnOwnWidget(QPointF global)
     return mouseOnButton;
 }
 
+bool QNClipScreenManager::keysMustWait() const
+{
+    return m_bus.hasPending();
+}
+
 void QNClipScreenManager::modalDialogShown()
 {
     // A modal dialog of ours (an alert of a hot key's action, say) would

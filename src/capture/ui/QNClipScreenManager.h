@@ -142,6 +142,7 @@ private:
     bool pointerOnOwnWidget(QPointF global) override;
     void perform(const OverlayRoute& route, OverlayPart& part, const QEvent& event) override;
     void modalDialogShown() override;
+    [[nodiscard]] bool keysMustWait() const override;
 
     // A message handler: it may end the capture.
     template <typename Handler>
