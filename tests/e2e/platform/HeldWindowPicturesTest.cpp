@@ -42,6 +42,10 @@ bool sameBytes(const QImage& a, const QImage& b)
     return true;
 }
 
+// picom starts, takes the screen and redirects windows slowly on a loaded
+// machine (the sanitizer build, tests run side by side).
+constexpr std::chrono::seconds kPicomTimeout(30);
+
 class HeldWindowPicturesTest : public testing::Test
 {
 protected:
@@ -50,7 +54,7 @@ protected:
         ASSERT_TRUE(m_desktop.isRunning()) << m_desktop.error().toStdString();
         ASSERT_TRUE(m_x.isConnected());
         ASSERT_TRUE(m_server.isConnected());
-        ASSERT_TRUE(waitFor([&] { return m_server.compositorRunning(); }));
+        ASSERT_TRUE(waitFor([&] { return m_server.compositorRunning(); }, kPicomTimeout));
     }
 
     // Opens `count` windows in a diagonal row, each overlapping the next, and
@@ -63,22 +67,27 @@ protected:
                 std::make_unique<SolidWindow>(m_x, QRect(80 + i * 70, 60 + i * 50, 320, 220), color,
                                               QStringLiteral("held-%1").arg(i)));
         }
-        ASSERT_TRUE(waitFor([&] {
-            int listed = 0;
-            for (const platform::WindowRecord& w : m_server.windowList())
-                listed += w.name.startsWith(QLatin1String("held-")) ? 1 : 0;
-            m_server.thaw();
-            return listed == count;
-        }));
+        ASSERT_TRUE(waitFor(
+            [&] {
+                int listed = 0;
+                for (const platform::WindowRecord& w : m_server.windowList())
+                    listed += w.name.startsWith(QLatin1String("held-")) ? 1 : 0;
+                m_server.thaw();
+                return listed == count;
+            },
+            kPicomTimeout));
         // picom redirects the windows a while after it takes the screen;
         // until then a window can only be cut from the root.
-        ASSERT_TRUE(waitFor([&] {
-            const int before = m_server.windowReads();
-            m_list = m_server.windowList();
-            (void)m_server.pictureOfWindow(frameOf(0), QRectF());
-            m_server.thaw();
-            return m_server.windowReads() > before;
-        })) << "picom holds no window";
+        ASSERT_TRUE(waitFor(
+            [&] {
+                const int before = m_server.windowReads();
+                m_list = m_server.windowList();
+                (void)m_server.pictureOfWindow(frameOf(0), QRectF());
+                m_server.thaw();
+                return m_server.windowReads() > before;
+            },
+            kPicomTimeout))
+            << "picom holds no window";
         m_readsBefore = m_server.windowReads();
     }
 
