@@ -120,7 +120,18 @@ TEST_F(ColourReadout, ZCopiesTheCustomFormat)
 
 namespace {
 
-// Kelvo's visible window titled "Kelvo" (the format dialog), 0 when none.
+// Whether the window manager has taken the window on: only then does it give
+// it the focus when asked, as a person would only type once the dialog shows.
+bool managed(const QString& id)
+{
+    QProcess xprop;
+    xprop.start(QStringLiteral("xprop"), {QStringLiteral("-id"), id, QStringLiteral("WM_STATE")});
+    xprop.waitForFinished(5000);
+    return xprop.readAllStandardOutput().contains("Normal");
+}
+
+// Kelvo's visible, managed window titled "Kelvo" (the format dialog), empty
+// when none.
 QString formatDialogOf(qint64 pid)
 {
     QProcess xdotool;
@@ -129,7 +140,9 @@ QString formatDialogOf(qint64 pid)
                    QStringLiteral("--pid"), QString::number(pid), QStringLiteral("--name"),
                    QStringLiteral("^Kelvo$")});
     xdotool.waitForFinished(5000);
-    return QString::fromLatin1(xdotool.readAllStandardOutput()).trimmed().section(u'\n', 0, 0);
+    const QString id =
+        QString::fromLatin1(xdotool.readAllStandardOutput()).trimmed().section(u'\n', 0, 0);
+    return !id.isEmpty() && managed(id) ? id : QString();
 }
 
 // Gives the dialog the keyboard as a click on it would, and waits for it.
@@ -153,7 +166,7 @@ TEST_F(ColourReadout, ZOnAFreshInstallAsksForAFormatAfterTheCaptureAndKelvoLives
     ASSERT_TRUE(waitFor([&] { return !(dialog = formatDialogOf(kelvo->pid())).isEmpty(); }))
         << kelvo->errors().toStdString();
     // The overlays went first; the dialog is on its own.
-    EXPECT_TRUE(overlaysGone());
+    EXPECT_TRUE(overlaysGone()) << kelvo->errors().toStdString();
     EXPECT_TRUE(kelvo->isRunning());
     ASSERT_TRUE(focusWindow(dialog));
     x->tapKey("Return"); // OK keeps the offered template
@@ -182,7 +195,7 @@ TEST_F(ColourReadout, ZOnAFreshInstallAsksForAFormatAfterTheCaptureAndKelvoLives
     x->tapKey("z", true);
     ASSERT_TRUE(waitFor([&] { return !(dialog = formatDialogOf(kelvo->pid())).isEmpty(); }))
         << kelvo->errors().toStdString();
-    EXPECT_TRUE(overlaysGone());
+    EXPECT_TRUE(overlaysGone()) << kelvo->errors().toStdString();
     ASSERT_TRUE(focusWindow(dialog));
     x->tapKey("Escape");
     ASSERT_TRUE(waitFor([&] { return formatDialogOf(kelvo->pid()).isEmpty(); }));
