@@ -204,6 +204,22 @@ void KelvoBus::ShowPreferences()
     Q_EMIT preferencesRequested();
 }
 
+int KelvoBus::Shot(const QStringList& arguments, const QString& directory,
+                   const QStringList& environment, QByteArray& out, QString& errors)
+{
+    QString why = QStringLiteral("this Kelvo takes no pictures for others");
+    const auto answer =
+        m_shotHandler ? m_shotHandler(arguments, directory, environment, &why) : std::nullopt;
+    if (!answer) {
+        if (calledFromDBus())
+            sendErrorReply(QStringLiteral("org.kelvo.Kelvo.Error.Declined"), why);
+        return 0;
+    }
+    out = answer->out;
+    errors = answer->errors;
+    return answer->exitCode;
+}
+
 void KelvoBus::onBroadcastScreenShots()
 {
     Q_EMIT regionalScreenshotsRequested();

@@ -7,10 +7,12 @@
 #include <QDBusContext>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <QVariantMap>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace app::output {
 class ImageOutput;
@@ -53,6 +55,18 @@ public:
     // captureDone(), captureCancelled() or captureFailed() with the id.
     using CaptureHandler = std::function<QString(uint id, const CaptureRequest& request)>;
     void setCaptureHandler(CaptureHandler handler) { m_captureHandler = std::move(handler); }
+    // Who takes a Shot call: the client's answer, or nothing (with the
+    // reason) when the client should run the command itself.
+    struct ShotAnswer
+    {
+        int exitCode = 0;
+        QByteArray out;
+        QString errors;
+    };
+    using ShotHandler = std::function<std::optional<ShotAnswer>(
+        const QStringList& arguments, const QString& directory, const QStringList& environment,
+        QString* why)>;
+    void setShotHandler(ShotHandler handler) { m_shotHandler = std::move(handler); }
     // Who answers HotKeys.
     void setHotKeyReport(std::function<QVariantMap()> report)
     {
@@ -86,6 +100,13 @@ public Q_SLOTS:
     // Brings up the Preferences window: a second start of Kelvo, and the
     // only way in when the tray icon is hidden or there is no tray.
     void ShowPreferences();
+    // `kelvo full` or `kelvo screen` taken by this instance for a client:
+    // `arguments` from the verb on, the client's working directory and its
+    // "NAME=value" variables that pick the display and the preferences.
+    // Answers the exit code, stdout and stderr the client gives; the error
+    // org.kelvo.Kelvo.Error.Declined when the client should run it itself.
+    int Shot(const QStringList& arguments, const QString& directory, const QStringList& environment,
+             QByteArray& out, QString& errors);
 
 Q_SIGNALS:
     void regionalScreenshotsRequested();
@@ -104,6 +125,7 @@ private:
     std::shared_ptr<OwnOutput> m_ownOutput;
     CaptureHandler m_captureHandler;
     std::function<QVariantMap()> m_hotKeyReport;
+    ShotHandler m_shotHandler;
     uint m_lastCaptureId = 0;
 };
 

@@ -4,6 +4,7 @@
 #include "app/CommandLine.h"
 #include "app/KelvoBus.h"
 #include "app/OfflineCommands.h"
+#include "app/WarmInstance.h"
 #include "app/launcher/ShotProgram.h"
 #include "app/output/ImageOutput.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
@@ -109,6 +110,7 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
         err() << "kelvo: cannot connect to the X server (is DISPLAY set?)\n";
         return app::exitcode::Error;
     }
+    platform::x11::X11WindowServer& windows = *windowServer;
     services.windowServer = std::move(windowServer);
     services.pointer = std::make_unique<platform::x11::X11PointerControl>();
     services.sound = std::make_unique<platform::linux_desktop::CanberraSoundPlayer>();
@@ -148,6 +150,7 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
         err() << "kelvo: no D-Bus session bus; running without single-instance control\n";
     }
     delegate.applicationDidFinishLaunching();
+    app::WarmInstance warm(windows, notices, delegate.findChild<app::KelvoBus*>());
     if (!cl.documents.isEmpty())
         delegate.openURLs(cl.documents);
     if (cl.verb == app::CommandLine::Verb::Gui)

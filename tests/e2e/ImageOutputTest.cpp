@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // `kelvo full` and `kelvo screen` on a real two-monitor desktop: the files
 // hold the screen pixel for pixel, a folder that cannot take the picture is
-// told on the session bus's notification service and the picture kept, and
-// a copy lands on the X clipboard through the running instance.
+// told on the session bus's notification service and the picture kept, a
+// copy lands on the X clipboard through the running instance, and a running
+// instance takes the picture for the command with the same pixels.
 #include "support/KelvoProcess.h"
 #include "support/TestDesktop.h"
 #include "support/XSession.h"
@@ -10,6 +11,8 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusContext>
+#include <QDBusMessage>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -50,6 +53,38 @@ public Q_SLOTS:
     }
     QStringList GetCapabilities() { return {QStringLiteral("actions"), QStringLiteral("body")}; }
     void CloseNotification(uint) {}
+};
+
+// Kelvo's name on the bus held by the test: records what `kelvo` asks of
+// the running instance and answers as told, or declines.
+class InstanceStandIn : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kelvo.Kelvo")
+public:
+    bool decline = false;
+    int calls = 0;
+    QStringList arguments;
+    QString directory;
+    QStringList environment;
+
+public Q_SLOTS:
+    int Shot(const QStringList& args, const QString& dir, const QStringList& env, QByteArray& out,
+             QString& errors)
+    {
+        ++calls;
+        arguments = args;
+        directory = dir;
+        environment = env;
+        if (decline) {
+            sendErrorReply(QStringLiteral("org.kelvo.Kelvo.Error.Declined"),
+                           QStringLiteral("a capture holds the desktop"));
+            return 0;
+        }
+        out = QByteArray("written\n\0raw", 13);
+        errors = QStringLiteral("kelvo: told\n");
+        return 3;
+    }
 };
 
 struct RunResult
@@ -99,9 +134,11 @@ protected:
     }
 
     // Runs kelvo to its end while this process keeps answering the bus.
-    RunResult run(const QStringList& args)
+    RunResult run(const QStringList& args, const QString& directory = {})
     {
         QProcess p;
+        if (!directory.isEmpty())
+            p.setWorkingDirectory(directory);
         QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
         for (const QString& k : env.keys())
             e.insert(k, env.value(k));
@@ -293,6 +330,107 @@ TEST_F(ImageOutputE2e, ACopyOutlivesTheCommandOnTheClipboardAndIsNotified)
     EXPECT_EQ(server.received.front().summary, QStringLiteral("Kelvo"));
     EXPECT_EQ(server.received.front().body,
               QStringLiteral("Screenshot saved to pasteboard, and 5 more reminders"));
+}
+
+TEST_F(ImageOutputE2e, TheCommandHandsThePictureToTheRunningInstanceAndRunsItselfWhenDeclined)
+{
+    serveNotifications();
+    InstanceStandIn standIn;
+    ASSERT_TRUE(bus->registerObject(QStringLiteral("/org/kelvo/Kelvo"), &standIn,
+                                    QDBusConnection::ExportAllSlots));
+    ASSERT_TRUE(bus->registerService(QStringLiteral("org.kelvo.Kelvo")));
+    const QString shots = desktop.path(QStringLiteral("shots"));
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), desktop.path(QStringLiteral("config")));
+
+    // The instance's answer is the command's: stdout byte for byte, stderr,
+    // exit code; the request is the command line as typed, where it was typed.
+    const auto taken = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
+                            QStringLiteral("-p"), QStringLiteral("here.png")},
+                           shots);
+    EXPECT_EQ(standIn.calls, 1);
+    EXPECT_EQ(taken.exitCode, 3);
+    EXPECT_EQ(taken.raw, QByteArray("written\n\0raw", 13));
+    EXPECT_EQ(taken.err, QStringLiteral("kelvo: told\n"));
+    EXPECT_EQ(standIn.arguments,
+              QStringList({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
+                           QStringLiteral("-p"), QStringLiteral("here.png")}));
+    EXPECT_EQ(QFileInfo(standIn.directory).canonicalFilePath(),
+              QFileInfo(shots).canonicalFilePath());
+    EXPECT_EQ(standIn.environment,
+              QStringList({QStringLiteral("DISPLAY=") + qEnvironmentVariable("DISPLAY"),
+                           QStringLiteral("HOME=") + home,
+                           QStringLiteral("XDG_CONFIG_HOME=") +
+                               env.value(QStringLiteral("XDG_CONFIG_HOME"))}));
+    EXPECT_TRUE(QDir(shots).isEmpty()) << "the command wrote a file the instance had taken";
+
+    // Declined: the command takes the picture itself, as without an instance.
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    standIn.decline = true;
+    const auto declined =
+        run({QStringLiteral("full"), QStringLiteral("-p"), QStringLiteral("own.png")}, shots);
+    EXPECT_EQ(standIn.calls, 2);
+    ASSERT_EQ(declined.exitCode, 0) << declined.err.toStdString();
+    const QString own = shots + QStringLiteral("/own.png");
+    EXPECT_EQ(declined.out, own + QLatin1Char('\n'));
+    EXPECT_EQ(QImage(own).convertToFormat(QImage::Format_RGB32), x->grabRoot());
+    bus->unregisterService(QStringLiteral("org.kelvo.Kelvo"));
+}
+
+TEST_F(ImageOutputE2e, TheRunningInstanceWritesTheSamePixelsAsTheCommandAlone)
+{
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
+    const QString shots = desktop.path(QStringLiteral("shots"));
+    const auto alone =
+        run({QStringLiteral("full"), QStringLiteral("-p"), shots + QStringLiteral("/alone.png")});
+    ASSERT_EQ(alone.exitCode, 0) << alone.err.toStdString();
+
+    serveNotifications();
+    KelvoProcess instance({}, env);
+    ASSERT_TRUE(pumpUntil([&] {
+        return bus->interface()->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
+    })) << instance.errors().toStdString();
+
+    // Asked as `kelvo` asks it, with this process's display and preferences.
+    QStringList environment;
+    for (const char* name : {"DISPLAY", "HOME", "XDG_CONFIG_HOME"}) {
+        const QString key = QString::fromLatin1(name);
+        environment << key + QLatin1Char('=') +
+                           env.value(key, QProcessEnvironment::systemEnvironment().value(key));
+    }
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("/org/kelvo/Kelvo"),
+        QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("Shot"));
+    call.setArguments({QStringList({QStringLiteral("full"), QStringLiteral("-p"),
+                                    QStringLiteral("instance.png")}),
+                       shots, environment});
+    const QDBusMessage reply = bus->call(call, QDBus::Block, 30000);
+    ASSERT_EQ(reply.type(), QDBusMessage::ReplyMessage)
+        << reply.errorMessage().toStdString() << instance.errors().toStdString();
+    ASSERT_EQ(reply.arguments().size(), 3);
+    EXPECT_EQ(reply.arguments().at(0).toInt(), 0)
+        << reply.arguments().at(2).toString().toStdString();
+    const QString written = shots + QStringLiteral("/instance.png");
+    EXPECT_EQ(reply.arguments().at(1).toByteArray(), written.toLocal8Bit() + '\n');
+    const QImage fromInstance = QImage(written).convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(fromInstance,
+              QImage(shots + QStringLiteral("/alone.png")).convertToFormat(QImage::Format_RGB32));
+    EXPECT_EQ(fromInstance, x->grabRoot());
+
+    // Through the command: the monitor and stdout forms too.
+    const auto screen = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
+                             QStringLiteral("-p"), QStringLiteral("second.png")},
+                            shots);
+    ASSERT_EQ(screen.exitCode, 0) << screen.err.toStdString();
+    EXPECT_EQ(QImage(shots + QStringLiteral("/second.png")).convertToFormat(QImage::Format_RGB32),
+              x->grabRoot(kSecond));
+    const auto raw = run({QStringLiteral("full"), QStringLiteral("--raw")});
+    ASSERT_EQ(raw.exitCode, 0) << raw.err.toStdString();
+    EXPECT_EQ(QImage::fromData(raw.raw, "PNG").convertToFormat(QImage::Format_RGB32), fromInstance);
+    EXPECT_TRUE(instance.isRunning()) << instance.errors().toStdString();
 }
 
 #include "ImageOutputTest.moc"

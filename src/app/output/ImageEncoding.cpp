@@ -94,7 +94,7 @@ core::Picture flatten(const core::Picture& picture)
 PngOptions fastPngOptions()
 {
     PngOptions o;
-    o.compressionLevel = 3;
+    o.compressionLevel = 2;
     o.filter = PngFilter::Up;
     return o;
 }

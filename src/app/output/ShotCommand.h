@@ -36,6 +36,10 @@ struct ShotRequest
     bool raw = false;          // -r: PNG on stdout
     int delayMs = 0;           // -d
 
+    // Taken at once and kept to the command itself: no wait, and no copy
+    // handed to the clipboard's keeper.
+    [[nodiscard]] bool isImmediate() const { return delayMs == 0 && !clipboard; }
+
     // Options after the verb; an error's text when they do not parse.
     [[nodiscard]] static std::optional<ShotRequest> parse(Area area, const QStringList& arguments,
                                                           QString* error);

@@ -179,7 +179,6 @@ void OverlaySession::end()
     m_sessionConnections.clear();
     qApp->removeEventFilter(this);
     m_routing.end();
-    m_windowPool.idle();
 }
 
 int OverlaySession::screenUnderPointer() const

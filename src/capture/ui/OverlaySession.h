@@ -93,8 +93,7 @@ public:
     // order, primary first.
     void begin(const core::ScreenLayout& layout);
     // The hidden overlay window for `screen`, lent for this session; null
-    // when Qt has no such screen. Between sessions the windows are kept for
-    // a quiet minute.
+    // when Qt has no such screen. Between sessions the windows are kept.
     [[nodiscard]] QNClipWindow* windowFor(int screen);
     // `part` takes part in the session until it is retired.
     void addPart(OverlayPart& part);

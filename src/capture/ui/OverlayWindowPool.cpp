@@ -4,6 +4,7 @@
 #include "capture/ui/QNClipWindow.h"
 #include "core/Clock.h"
 
+#include <QGuiApplication>
 #include <QScreen>
 
 #include <chrono>
@@ -12,14 +13,16 @@ namespace capture {
 
 OverlayWindowPool::OverlayWindowPool(core::Clock& clock, QObject* parent)
     : QObject(parent)
-    , m_clock(clock)
-{}
+{
+    // After the start's own work: the tray shows first.
+    clock.singleShot(std::chrono::milliseconds(0), this,
+                     [this] { warm(QGuiApplication::screens()); });
+}
 
 OverlayWindowPool::~OverlayWindowPool() = default;
 
-QNClipWindow* OverlayWindowPool::acquire(QScreen* screen)
+QNClipWindow& OverlayWindowPool::windowFor(QScreen* screen)
 {
-    ++m_generation;
     auto& slot = m_windows[screen];
     if (!slot) {
         slot = std::make_unique<QNClipWindow>(screen);
@@ -28,17 +31,30 @@ QNClipWindow* OverlayWindowPool::acquire(QScreen* screen)
     } else if (slot->geometry() != screen->geometry()) {
         slot->setGeometry(screen->geometry());
     }
-    slot->prepareForCapture();
-    return slot.get();
+    return *slot;
 }
 
-void OverlayWindowPool::idle()
+QNClipWindow* OverlayWindowPool::acquire(QScreen* screen)
 {
-    const unsigned generation = ++m_generation;
-    m_clock.singleShot(std::chrono::minutes(1), this, [this, generation] {
-        if (generation == m_generation)
-            clear();
-    });
+    QNClipWindow& window = windowFor(screen);
+    window.prepareForCapture();
+    return &window;
+}
+
+void OverlayWindowPool::warm(const QList<QScreen*>& screens)
+{
+    for (QScreen* screen : screens) {
+        if (screen == nullptr || m_windows.contains(screen))
+            continue;
+        QNClipWindow& window = windowFor(screen);
+        // Shown to Qt only: the paint fills the backing store, nothing is
+        // mapped on the display.
+        window.setAttribute(Qt::WA_DontShowOnScreen);
+        window.show();
+        window.repaint();
+        window.hide();
+        window.setAttribute(Qt::WA_DontShowOnScreen, false);
+    }
 }
 
 void OverlayWindowPool::clear()

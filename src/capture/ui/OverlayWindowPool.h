@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QList>
 #include <QObject>
 
 #include <map>
@@ -18,9 +19,10 @@ class QNClipWindow;
 
 // Keeps one overlay window per screen between captures. A new top-level
 // needs a window on the server and a screen-sized backing store whose pages
-// the kernel must hand out and clear, which costs more than the rest of a
-// capture's start; captures come in runs, so the windows are kept and given
-// back after a quiet minute.
+// the kernel must hand out and clear, which costs several times the rest of
+// a capture's start. So the windows are made, and painted once where no one
+// sees them, on the first turn of the event loop after start, and kept: the
+// first capture, and one after an hour of quiet, start as fast as the tenth.
 class OverlayWindowPool : public QObject
 {
     Q_OBJECT
@@ -30,17 +32,16 @@ public:
 
     // A hidden overlay placed over `screen`, ready for a new capture.
     [[nodiscard]] QNClipWindow* acquire(QScreen* screen);
-    // The capture has ended: start counting the quiet minute.
-    void idle();
+    // Makes the windows of `screens` that are missing and paints each once
+    // off screen, so that its backing store exists with its pages touched.
+    void warm(const QList<QScreen*>& screens);
     void clear();
     [[nodiscard]] std::size_t size() const { return m_windows.size(); }
 
 private:
-    core::Clock& m_clock;
+    QNClipWindow& windowFor(QScreen* screen);
+
     std::map<QScreen*, std::unique_ptr<QNClipWindow>> m_windows;
-    // Counts acquisitions and idlings, so that a quiet minute that was
-    // interrupted does not release the windows when it runs out.
-    unsigned m_generation = 0;
 };
 
 } // namespace capture

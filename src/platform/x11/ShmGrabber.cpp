@@ -69,8 +69,9 @@ void ShmGrabber::releaseCache()
 
 std::shared_ptr<ShmGrabber::Segment> ShmGrabber::segmentFor(std::size_t size)
 {
-    // Reuse only a segment no image points into any more.
-    if (m_cached && m_cached.use_count() == 1 && m_cached->size == size)
+    // Reuse only a segment no image points into any more; the desktop's
+    // serves every smaller grab too.
+    if (m_cached && m_cached.use_count() == 1 && m_cached->size >= size)
         return m_cached;
     auto segment = std::make_shared<Segment>();
     segment->connection = m_connection;
@@ -86,7 +87,9 @@ std::shared_ptr<ShmGrabber::Segment> ShmGrabber::segmentFor(std::size_t size)
         return {};
     segment->seg = xcb_generate_id(m_connection);
     xcb_shm_attach(m_connection, segment->seg, static_cast<std::uint32_t>(segment->id), 0);
-    m_cached = segment;
+    // A small grab made while the large segment is busy does not push it out.
+    if (!m_cached || m_cached->size <= size)
+        m_cached = segment;
     return segment;
 }
 

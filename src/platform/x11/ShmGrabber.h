@@ -28,8 +28,8 @@ public:
     [[nodiscard]] bool hasShm() const { return m_hasShm; }
 
     // A fresh segment costs far more than the grab itself (the kernel has to
-    // hand out and clear every page), so the last one is kept for the next
-    // grab of the same size while no image uses it. This lets it go.
+    // hand out and clear every page), so the largest one is kept for the
+    // next grab that fits in it while no image uses it. This lets it go.
     void releaseCache();
 
     struct Segment;

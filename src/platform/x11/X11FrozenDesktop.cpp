@@ -89,11 +89,7 @@ QImage sharedView(const QImage& parent, const QRect& rect)
 X11FrozenDesktop::X11FrozenDesktop(xcb_connection_t* connection, X11ScreenGrabber& grabber)
     : m_connection(connection)
     , m_grabber(grabber)
-{
-    m_releaseTimer.setSingleShot(true);
-    m_releaseTimer.setInterval(60000);
-    QObject::connect(&m_releaseTimer, &QTimer::timeout, [this] { m_grabber.release(); });
-}
+{}
 
 X11FrozenDesktop::~X11FrozenDesktop()
 {
@@ -106,7 +102,6 @@ X11FrozenDesktop::~X11FrozenDesktop()
 
 void X11FrozenDesktop::freeze()
 {
-    m_releaseTimer.stop();
     dropCopies();
     m_root = m_grabber.grabDesktop();
     m_freeze = std::make_shared<Freeze>();
@@ -118,7 +113,6 @@ void X11FrozenDesktop::thaw()
     dropCopies();
     m_root = QImage();
     m_frames.clear();
-    m_releaseTimer.start();
 }
 
 QImage X11FrozenDesktop::cut(const QRect& pixels) const

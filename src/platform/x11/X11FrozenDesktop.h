@@ -7,7 +7,6 @@
 #include <QHash>
 #include <QImage>
 #include <QRect>
-#include <QTimer>
 
 #include <xcb/xcb.h>
 
@@ -17,8 +16,8 @@ namespace platform::x11 {
 
 // The desktop as it was when a capture began: one MIT-SHM grab of the root,
 // cut into views without copying, and the frames of the windows listed with
-// it. Captures tend to come in runs, so the grab's memory is kept between
-// them and given back after a quiet minute.
+// it. The grab's memory is kept between captures: a fresh segment's pages
+// cost several times the grab itself, and a tray process waits mostly.
 //
 // Under a compositor a window's picture is held rather than read: the first
 // hold of a freeze copies every listed window's off-screen contents on the
@@ -34,7 +33,7 @@ public:
 
     // Grabs the whole root now.
     void freeze();
-    // Lets go of the grab; its memory follows after the quiet minute.
+    // Lets go of the grab; its memory stays for the next one.
     void thaw();
 
     [[nodiscard]] bool isFrozen() const { return !m_root.isNull(); }
@@ -82,7 +81,6 @@ private:
     std::shared_ptr<Freeze> m_freeze; // from freeze() to thaw()
     int m_windowReads = 0;
     QHash<xcb_window_t, QRect> m_frames; // frame id -> device rectangle
-    QTimer m_releaseTimer;
 };
 
 // A view of part of an image that shares its pixels (no copy); the view keeps

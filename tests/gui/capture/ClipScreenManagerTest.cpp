@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The region capture's timers run on the clock it is given: the right
 // button's short delay, the release of an ended capture's objects, and the
-// quiet minute after which the overlay windows are given back.
+// first turn on which the overlay windows are made ahead of any capture.
 #include "capture/logic/CaptureState.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipWindow.h"
@@ -14,6 +14,7 @@
 #include "settings/Defaults.h"
 #include "settings/MemoryStore.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -162,23 +163,58 @@ TEST_F(ClipScreenManagerClock, AnEndedCapturesControllersGoOnTheClocksNextTurnOn
     EXPECT_TRUE(controller.isNull());
 }
 
-TEST_F(ClipScreenManagerClock, TheOverlaysAreReusedAndGivenBackAfterAQuietMinute)
-{
-    manager.startCapture();
-    QPointer<QNClipWindow> window = manager.controllers().front()->window();
-    manager.cancelScreenShot();
-    clock.advance(59s);
-    ASSERT_FALSE(window.isNull()) << "the overlay went before a quiet minute";
+namespace {
 
-    // A capture within the minute takes the same window, and the minute
-    // starts again once it ends.
+std::vector<QNClipWindow*> overlayWindows()
+{
+    std::vector<QNClipWindow*> found;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (auto* overlay = qobject_cast<QNClipWindow*>(w))
+            found.push_back(overlay);
+    }
+    return found;
+}
+
+// Counts the paints of overlay windows, wherever they go.
+class OverlayPaints : public QObject
+{
+public:
+    int count = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && qobject_cast<QNClipWindow*>(watched) != nullptr)
+            ++count;
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(ClipScreenManagerClock, TheOverlaysArePaintedUnseenOnTheFirstTurnAndKeptForEveryCapture)
+{
+    ASSERT_TRUE(overlayWindows().empty());
+    OverlayPaints paints;
+    qApp->installEventFilter(&paints);
+    clock.advance(0ms);
+    qApp->removeEventFilter(&paints);
+    const std::vector<QNClipWindow*> made = overlayWindows();
+    ASSERT_EQ(made.size(), static_cast<std::size_t>(QGuiApplication::screens().size()));
+    // Painted once, so its backing store is there, yet neither shown nor
+    // left unable to show.
+    EXPECT_GE(paints.count, 1);
+    QPointer<QNClipWindow> window = made.front();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(window->testAttribute(Qt::WA_DontShowOnScreen));
+
     manager.startCapture();
     EXPECT_EQ(manager.controllers().front()->window(), window.data());
-    clock.advance(2min);
-    EXPECT_FALSE(window.isNull()) << "the overlay of a running capture was given back";
+    EXPECT_TRUE(window->isVisible());
     manager.cancelScreenShot();
-    clock.advance(59s);
-    EXPECT_FALSE(window.isNull());
-    clock.advance(1s);
-    EXPECT_TRUE(window.isNull());
+    // However long the quiet, the next capture finds the same window.
+    clock.advance(2h);
+    ASSERT_FALSE(window.isNull());
+    manager.startCapture();
+    EXPECT_EQ(manager.controllers().front()->window(), window.data());
+    EXPECT_EQ(overlayWindows().size(), made.size());
+    manager.cancelScreenShot();
 }
