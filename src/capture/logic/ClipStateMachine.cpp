@@ -388,6 +388,12 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
     if (m_state.clipToolbarWindowOpened && !m_state.buttonBoxHiddened)
         return;
 
+    // The desktop gives the whole screen as a region, with handles: decided
+    // before the border learns that a window was taken, or it would keep
+    // the handles hidden and the screen could not be resized.
+    if (m_state.currentWindowName.startsWith(kDesktopPicturePrefix) &&
+        m_state.currentWindowLayer < 0)
+        m_onlyClipCurrentWindow = false;
     if (m_onlyClipCurrentWindow) {
         m_look.cropBorderOnlyClipCurrentWindow = true;
         m_look.cropBorderAdded = true;
@@ -404,11 +410,6 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         m_host.postMessage(core::Message::CancelScreenShot);
         return;
     }
-    // The desktop gives the whole screen as a region, with handles.
-    if (m_state.currentWindowName.startsWith(kDesktopPicturePrefix) &&
-        m_state.currentWindowLayer < 0)
-        m_onlyClipCurrentWindow = false;
-
     const ClipPreferences prefs = m_host.preferences();
     const int shadow = prefs.needShadowOfnotSingleWindow ? prefs.sizeOfShadow : 0;
     // A window's shadow is part of its picture, so the frame makes room for it.

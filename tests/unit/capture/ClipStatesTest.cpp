@@ -175,14 +175,26 @@ TEST_F(ClipStatesTest, ARegionDraggedBackToZeroWidthCancelsToo)
     EXPECT_FALSE(m_host.sent(Cmd::OpenWindow));
 }
 
-TEST_F(ClipStatesTest, AClickOnTheDesktopSelectsTheWholeScreenAsARegion)
+TEST_F(ClipStatesTest, AClickOnTheDesktopSelectsTheWholeScreenAsARegionWithHandles)
 {
     hover(kPrimary, QStringLiteral("Desktop Picture - DP-1"), -2147483624);
     dragFrom({700, 700}, {700, 700}, 0);
     EXPECT_FALSE(m_machine->onlyClipCurrentWindow());
     EXPECT_EQ(m_machine->selection().contentRect, kPrimary);
     EXPECT_TRUE(m_machine->look().cropBorderAdded);
+    // The border shows its handles: it was never told a window was taken.
+    EXPECT_FALSE(m_machine->look().cropBorderOnlyClipCurrentWindow);
+    EXPECT_FALSE(m_machine->look().cropBorderHideHandleRect);
+    EXPECT_FALSE(m_state.annotatedOnMap);
     EXPECT_EQ(m_host.written.value(kPreRect).toString(), QStringLiteral("{{0, 0}, {1920, 1080}}"));
+
+    // And the top handle shrinks it like any region.
+    m_host.border = {false, true, handles::Top, handles::Top};
+    m_machine->mousedown(at({960, 1083}));
+    EXPECT_EQ(m_machine->dragMode(), DragMode::Resize);
+    m_machine->mousedragged(at({960, 800}));
+    m_machine->mouseup(at({960, 800}));
+    EXPECT_EQ(m_machine->selection().contentRect, QRectF(0, 0, 1920, 800));
 }
 
 TEST_F(ClipStatesTest, AClickOnAPinMarksItUpWithoutAShadowMargin)
