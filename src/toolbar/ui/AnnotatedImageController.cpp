@@ -190,7 +190,7 @@ bool AnnotatedImageController::barContains(QPoint global) const
            m_bar->rect().contains(m_bar->mapFromGlobal(global));
 }
 
-void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant& value)
+void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant&)
 {
     struct Pair
     {
@@ -215,11 +215,9 @@ void AnnotatedImageController::observeValueForKeyPath(const QString& key, const 
         m_defaults.synchronize();
         return;
     }
-    if (key.endsWith(QLatin1String("Shortcut")) && key != keys::shortcut) {
-        QVariantMap shortcuts = m_defaults.dictionaryForKey(QString(keys::shortcutOfButton));
-        shortcuts.insert(key, value);
-        m_defaults.setObject(QString(keys::shortcutOfButton), shortcuts);
-    }
+    // The tool short cuts are followed by the live table
+    // (settings::ShortcutOfButton), from the start on, not only once this
+    // window has loaded.
 }
 
 } // namespace toolbar

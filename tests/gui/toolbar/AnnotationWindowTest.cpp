@@ -197,11 +197,6 @@ TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedGaussianBlured")));
     b.defaults.setBool(QStringLiteral("selectedGaussianBlured"), true);
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedMosaic")));
-    b.defaults.setBool(QStringLiteral("squareOfHighlight"), true);
-    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("ellipseOfHighlight")));
-
-    b.defaults.setObject(QStringLiteral("saveShortcut"), QStringLiteral("K"));
-    EXPECT_EQ(b.defaults.dictionaryForKey(QStringLiteral("shortcutOfButton"))
-                  .value(QStringLiteral("saveShortcut")),
-              QVariant(QStringLiteral("K")));
+    b.defaults.setBool(QStringLiteral("ellipseOfHighlight"), true);
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("squareOfHighlight")));
 }
