@@ -4,6 +4,7 @@
 #include "capture/logic/DragMagnifier.h"
 #include "capture/logic/HoverMagnifier.h"
 #include "capture/logic/MultiWindowPick.h"
+#include "capture/logic/OverlayTips.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "capture/logic/SizeLabelPlacement.h"
 #include "capture/logic/WindowRules.h"
@@ -90,6 +91,10 @@ void ClipStateMachine::showClipViewWithFrame(const QRectF& frame, bool withToolb
     m_look.toolbarViewShown = withToolbar;
     m_state.isRecordScreen = isRecordScreen;
     m_look.tipViewShown = !isRecordScreen && !m_state.annotatedOnMapFromRightMouse;
+    m_look.tipText = openingTipText();
+    // The pointer comes in as the arrow, so the opening tip stays until the
+    // first press, whatever the last capture's pointer was.
+    m_state.lastHotSpot = hotSpotOf(PointerRole::Arrow);
     // The surround covers the window until the first selection is shown.
     m_selection.contentViewFrame = m_selection.contentRect;
     m_selection.backgroundBoxFrame = QRectF(QPointF(0, 0), windowSize());
@@ -471,6 +476,27 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
         m_host.postMessage(core::Message::StartAnnotation);
 }
 
+void ClipStateMachine::checkTips(bool firstMove)
+{
+    const CropBorderStatus border = m_host.cropBorder();
+    CursorTipInput in;
+    in.isInResizeRect = border.isInResizeRect;
+    in.whichInResizeRect = border.whichInResizeRect;
+    in.onlyClipCurrentWindow = m_onlyClipCurrentWindow;
+    in.role = m_state.pointerRole;
+    // The tool and the stroke under the pointer are the mark-up's; with no
+    // drawing tool chosen the wheel tips of the roles stay as they are.
+    const std::optional<CursorTip> tip = checkCursorTip(m_state.lastHotSpot, firstMove, in);
+    if (!tip)
+        return;
+    const bool show = tip->change.kind == TipChange::Kind::Show;
+    if (show == m_look.tipViewShown && tip->change.text == m_look.tipText)
+        return;
+    m_look.tipViewShown = show;
+    m_look.tipText = tip->change.text;
+    m_host.needsDisplay();
+}
+
 QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
 {
     // The selection inside the border, in the global top-left system.
@@ -546,6 +572,7 @@ void ClipStateMachine::fullScreenCapture()
     m_look.selectedBoxAdded = false;
     m_look.backgroundBoxAdded = false;
     m_look.tipViewShown = false;
+    m_look.tipViewAdded = false;
     m_look.magnifierAdded = false;
     m_look.cursorImagesCleared = true;
     setContentFrame(m_selection.cropBorderFrame);

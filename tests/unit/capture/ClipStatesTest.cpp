@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/logic/ClipKeyHandler.h"
 #include "capture/logic/ClipStateMachine.h"
+#include "capture/logic/OverlayTips.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "unit/capture/CaptureTestSupport.h"
 #include "unit/capture/FakeClipViewHost.h"
@@ -356,6 +357,68 @@ TEST_F(ClipStatesTest, ToolShortCutsAreRoutedToTheAnnotationController)
     m_keys->keyDown(key(Qt::Key_Space, Qt::NoModifier, QStringLiteral(" ")));
     EXPECT_EQ(m_host.commands, std::vector<Cmd>{Cmd::SaveButtonClick});
 }
+
+TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
+{
+    EXPECT_TRUE(m_machine->look().tipViewShown);
+    EXPECT_EQ(m_machine->look().tipText, openingTipText());
+    // Hovering as the arrow leaves the opening tip alone.
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_machine->look().tipText, openingTipText());
+
+    selectRegion({300, 300}, {600, 500});
+    EXPECT_FALSE(m_machine->look().tipViewShown); // the press hid it
+    m_state.pointerRole = PointerRole::Resize;
+    m_host.border = {false, true, handles::Right, handles::Right};
+    m_machine->checkTips(false);
+    EXPECT_TRUE(m_machine->look().tipViewShown);
+    EXPECT_EQ(m_machine->look().tipText,
+              "Press left and right direction keys to adjust the size by one pixel");
+    // Further moves with the same cursor change nothing, even onto another
+    // handle of its family.
+    const int repaints = m_host.repaints;
+    m_host.border = {false, true, handles::Left, handles::Left};
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_host.repaints, repaints);
+    // A corner has the other resize cursor and names all four keys.
+    m_state.pointerRole = PointerRole::ResizeAlternate;
+    m_host.border = {false, true, handles::TopRight, handles::TopRight};
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_machine->look().tipText,
+              "Press up, down, left and right direction keys to adjust the size by one pixel");
+    // Off the handles the tip goes.
+    m_state.pointerRole = PointerRole::Arrow;
+    m_host.border = {};
+    m_machine->checkTips(false);
+    EXPECT_FALSE(m_machine->look().tipViewShown);
+
+    // The very first move of all only notes the cursor.
+    m_state.pointerRole = PointerRole::Resize;
+    m_host.border = {false, true, handles::Bottom, handles::Bottom};
+    m_machine->checkTips(true);
+    EXPECT_FALSE(m_machine->look().tipViewShown);
+    // After a release the same cursor is tested again.
+    m_machine->mouseup(at({300, 300}));
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_machine->look().tipText,
+              "Press up, down direction keys to adjust the size by one pixel");
+}
+
+
+TEST_F(ClipStatesTest, AWindowSelectionOrTheWholeScreenByKeyHasNoHandleTips)
+{
+    hover(kWindow);
+    dragFrom({300, 300}, {300, 300}, 0);
+    m_state.pointerRole = PointerRole::Resize;
+    m_host.border = {false, true, handles::Right, handles::Right};
+    m_machine->checkTips(false);
+    EXPECT_FALSE(m_machine->look().tipViewShown);
+
+    open(0);
+    m_machine->fullScreenCapture();
+    EXPECT_FALSE(m_machine->look().tipViewAdded); // the tip box is gone for good
+}
+
 
 TEST_F(ClipStatesTest, UndoRedoAndDeleteInTheOpenAnnotationWindow)
 {
