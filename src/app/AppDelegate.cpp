@@ -250,6 +250,9 @@ void AppDelegate::registerAllHotKey()
     m_hotKeys->setAction(HotKeyAction::RecordScreenClicked, [this] { recordScreenClicked(); });
     m_hotKeys->setAction(HotKeyAction::StopRecorder, [this] { m_captureActions->stopRecorder(); });
     m_hotKeys->registerAllHotKey();
+    m_clipManager->setGlobalHotKeys([this](int key, Qt::KeyboardModifiers modifiers) {
+        return m_hotKeys->hotKeyTypedWhileKeyboardIsHeld({key, modifiers});
+    });
     if (m_bus != nullptr)
         m_bus->setHotKeyReport([this] { return m_hotKeys->hotKeyReport(); });
 }

@@ -231,3 +231,30 @@ TEST_F(CaptureFinish, APinBeforePinsExistKeepsThePictureOnTheClipboard)
     EXPECT_EQ(opaque(clipboardImage()), expected);
     EXPECT_TRUE(waitFor([&] { return kelvo->errors().contains(QStringLiteral("pins")); }));
 }
+
+TEST_F(CaptureFinish, ADesktopClickTakesTheScreenWithHandlesAndKeypadEnterCopiesIt)
+{
+    startKelvoWith(kPlain);
+    // What the top handle, dragged down to row 300, leaves of the screen.
+    const QImage expected = opaque(x->grabRoot(QRect(0, 300, 1920, 780)));
+    x->movePointer(700, 500);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->movePointer(701, 500);
+    barrier();
+    x->click(1); // on the bare desktop: the whole screen, as a region
+    barrier();
+
+    // The top handle lies along the screen's top edge.
+    x->movePointer(960, 3);
+    x->movePointer(961, 3);
+    barrier();
+    drag(QPoint(961, 3), QPoint(961, 300), 10);
+    barrier();
+    x->tapKey("KP_Enter");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+
+    const QImage copied = clipboardImage();
+    ASSERT_EQ(copied.size(), QSize(1920, 780)) << kelvo->errors().toStdString();
+    EXPECT_EQ(opaque(copied), expected);
+}

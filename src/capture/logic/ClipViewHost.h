@@ -106,6 +106,9 @@ public:
     // and redo.
     virtual bool handleColorKey(const ClipKeyEvent& event) = 0;
     virtual void makeClipViewFirstResponder() = 0;
+    // The overlay holds the keyboard, so the global hot keys reach it as
+    // keys: true when `event` is one of them, whose action then runs.
+    virtual bool globalHotKey(const ClipKeyEvent& event) = 0;
 };
 
 } // namespace capture

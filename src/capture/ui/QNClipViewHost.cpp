@@ -206,6 +206,11 @@ void QNClipViewHost::openAnnotationWindow()
     });
 }
 
+bool QNClipViewHost::globalHotKey(const ClipKeyEvent& event)
+{
+    return m_view.manager().globalHotKey(event.key, significantModifiers(event.modifiers));
+}
+
 bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)
 {
     QNClipScreenManager& manager = m_view.manager();

@@ -47,6 +47,7 @@ public:
     void updateTrackingAreas() override;
     void changFullImageToMosaicImage() override;
     bool handleColorKey(const ClipKeyEvent& event) override;
+    bool globalHotKey(const ClipKeyEvent& event) override;
     void makeClipViewFirstResponder() override {}
 
 private:

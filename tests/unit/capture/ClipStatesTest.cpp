@@ -358,6 +358,27 @@ TEST_F(ClipStatesTest, ToolShortCutsAreRoutedToTheAnnotationController)
     EXPECT_EQ(m_host.commands, std::vector<Cmd>{Cmd::SaveButtonClick});
 }
 
+TEST_F(ClipStatesTest, GlobalHotKeysComeBeforeEveryKeyOfTheOverlay)
+{
+    // Alt+Z would otherwise be the colour key Z with a modifier.
+    m_host.colourKeyActs = true;
+    EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_Z, Qt::AltModifier, QStringLiteral("z"))));
+    EXPECT_EQ(m_host.hotKeysRun, 1);
+    EXPECT_TRUE(m_host.colourKeys.empty());
+    EXPECT_TRUE(m_host.forwardedKeys.empty());
+
+    // Also with the selection standing; the keypad flag makes no other key.
+    selectRegion({300, 300}, {600, 500});
+    m_host.globalKey = {Qt::Key_F1, Qt::NoModifier};
+    EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_F1, Qt::KeypadModifier)));
+    EXPECT_EQ(m_host.hotKeysRun, 2);
+    EXPECT_FALSE(m_host.posted(kCancel));
+    // Other keys go their usual way.
+    EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_Escape)));
+    EXPECT_TRUE(m_host.posted(kCancel));
+    EXPECT_EQ(m_host.hotKeysRun, 2);
+}
+
 TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
 {
     EXPECT_TRUE(m_machine->look().tipViewShown);
@@ -404,7 +425,6 @@ TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
               "Press up, down direction keys to adjust the size by one pixel");
 }
 
-
 TEST_F(ClipStatesTest, AWindowSelectionOrTheWholeScreenByKeyHasNoHandleTips)
 {
     hover(kWindow);
@@ -419,6 +439,23 @@ TEST_F(ClipStatesTest, AWindowSelectionOrTheWholeScreenByKeyHasNoHandleTips)
     EXPECT_FALSE(m_machine->look().tipViewAdded); // the tip box is gone for good
 }
 
+TEST_F(ClipStatesTest, TheKeypadsEnterIsReturn)
+{
+    const ClipKeyEvent enter = key(Qt::Key_Enter, Qt::KeypadModifier, QStringLiteral("\r"));
+    // An open text view takes it as Return.
+    m_host.mark.textView = true;
+    EXPECT_FALSE(m_keys->monitorKeyDown(enter));
+    EXPECT_EQ(m_host.keyDownCodes, std::vector<int>{36});
+    EXPECT_EQ(m_host.forwardedKeys, std::vector<int>{Qt::Key_Return});
+    m_host.mark.textView = false;
+
+    // With a selection it copies, as Return does.
+    selectRegion({300, 300}, {600, 500});
+    m_host.commands.clear();
+    m_host.mark.numberOfStrokes = 1;
+    m_keys->keyDown(enter);
+    EXPECT_EQ(m_host.commands, std::vector<Cmd>{Cmd::CopyToPasteButtonClick});
+}
 
 TEST_F(ClipStatesTest, UndoRedoAndDeleteInTheOpenAnnotationWindow)
 {
