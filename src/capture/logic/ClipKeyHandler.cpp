@@ -44,6 +44,7 @@ bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& pressed)
     const Qt::KeyboardModifiers modifiers = significantModifiers(event.modifiers);
     const bool plain = modifiers == Qt::NoModifier;
 
+    m_doubleTap.keyDown();
     // The global hot keys work during a capture as at any other time.
     if (host.globalHotKey(event))
         return true;
@@ -154,6 +155,17 @@ void ClipKeyHandler::arrowKey(const ClipKeyEvent& event)
     if (recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen())
         m_machine.look().toolbarViewShown = false;
     host.setCursorRectsEnabled(false);
+}
+
+void ClipKeyHandler::flagsChanged(Qt::KeyboardModifiers held, double timestamp)
+{
+    ClipViewHost& host = m_machine.host();
+    // The tool bar's save: nothing to save before a selection stands.
+    if (!m_machine.state().clipToolbarWindowOpened)
+        return;
+    if (m_doubleTap.flagsChanged(held, host.preferences().doubleClickModifierKey,
+                                 timestamp * 1000.0))
+        host.saveAndOpen();
 }
 
 void ClipKeyHandler::mouseMoved()

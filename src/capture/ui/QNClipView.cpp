@@ -250,9 +250,10 @@ OverlayFrame QNClipView::frameToPaint() const
     return f;
 }
 
-void QNClipView::flagsChanged(bool shiftDown)
+void QNClipView::flagsChanged(Qt::KeyboardModifiers held, double timestamp)
 {
-    m_machine->flagsChanged(shiftDown);
+    m_machine->flagsChanged(held.testFlag(Qt::ShiftModifier));
+    m_keys->flagsChanged(held, timestamp);
     syncCropBorder();
     update();
 }

@@ -48,6 +48,7 @@ public:
     void changFullImageToMosaicImage() override;
     bool handleColorKey(const ClipKeyEvent& event) override;
     bool globalHotKey(const ClipKeyEvent& event) override;
+    void saveAndOpen() override;
     void makeClipViewFirstResponder() override {}
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/logic/ClipKeyHandler.h"
 #include "capture/logic/ClipStateMachine.h"
+#include "capture/logic/ModifierDoubleTap.h"
 #include "capture/logic/OverlayTips.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "unit/capture/CaptureTestSupport.h"
@@ -437,6 +438,67 @@ TEST_F(ClipStatesTest, AWindowSelectionOrTheWholeScreenByKeyHasNoHandleTips)
     open(0);
     m_machine->fullScreenCapture();
     EXPECT_FALSE(m_machine->look().tipViewAdded); // the tip box is gone for good
+}
+
+TEST_F(ClipStatesTest, TwoTapsOfTheChosenModifierSaveAndOpenOnceTheToolBarIsOpen)
+{
+    double t = 10.0;
+    // A tap: the modifier alone down, then up, 0.1 second apart.
+    const auto tap = [&](Qt::KeyboardModifier modifier) {
+        m_keys->flagsChanged(modifier, t += 0.1);
+        m_keys->flagsChanged(Qt::NoModifier, t += 0.1);
+    };
+    m_host.prefs.doubleClickModifierKey = QStringLiteral("Option");
+    tap(Qt::AltModifier);
+    tap(Qt::AltModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 0); // nothing selected yet
+
+    selectRegion({300, 300}, {600, 500});
+    tap(Qt::AltModifier);
+    tap(Qt::AltModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+    // Releases further apart than half a second are no pair.
+    t += 1.0;
+    tap(Qt::AltModifier);
+    t += 0.4;
+    tap(Qt::AltModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+
+    // Shift held with it, or a key typed while it is down, spoils a tap.
+    t += 1.0;
+    tap(Qt::AltModifier);
+    m_keys->flagsChanged(Qt::AltModifier | Qt::ShiftModifier, t += 0.1);
+    m_keys->flagsChanged(Qt::NoModifier, t += 0.1);
+    m_keys->flagsChanged(Qt::AltModifier, t += 0.1);
+    m_keys->monitorKeyDown(key(Qt::Key_X, Qt::AltModifier, QStringLiteral("x")));
+    m_keys->flagsChanged(Qt::NoModifier, t += 0.1);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+
+    // Another modifier does nothing; each name has its own key.
+    t += 1.0;
+    tap(Qt::ControlModifier);
+    tap(Qt::ControlModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+    m_host.prefs.doubleClickModifierKey = QStringLiteral("Command");
+    tap(Qt::ControlModifier);
+    tap(Qt::ControlModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 2);
+    m_host.prefs.doubleClickModifierKey = QStringLiteral("Control");
+    t += 1.0;
+    tap(Qt::MetaModifier);
+    tap(Qt::MetaModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 3);
+}
+
+TEST(ModifierKeys, TheKeyItselfSaysWhetherItsModifierIsHeldNow)
+{
+    EXPECT_EQ(heldAfter(Qt::Key_Alt, true, Qt::NoModifier), Qt::AltModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_Alt, false, Qt::AltModifier), Qt::NoModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_Super_L, true, Qt::ShiftModifier),
+              Qt::ShiftModifier | Qt::MetaModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_Control, false, Qt::ControlModifier | Qt::AltModifier),
+              Qt::AltModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_A, true, Qt::AltModifier), Qt::AltModifier);
 }
 
 TEST_F(ClipStatesTest, TheKeypadsEnterIsReturn)

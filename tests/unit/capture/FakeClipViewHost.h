@@ -193,6 +193,7 @@ public:
     int windowBackgroundsCleared = 0;
     int borderCanMoveCleared = 0;
     int hotKeysRun = 0;
+    int savesAndOpens = 0;
 
     [[nodiscard]] bool posted(const QString& name) const
     {
@@ -272,6 +273,7 @@ public:
         return colourKeyActs;
     }
     void makeClipViewFirstResponder() override { ++firstResponderRequests; }
+    void saveAndOpen() override { ++savesAndOpens; }
     bool globalHotKey(const ClipKeyEvent& event) override
     {
         const bool isHotKey = event.key == globalKey.first &&
