@@ -394,8 +394,9 @@ TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
     m_host.border = {false, true, handles::Right, handles::Right};
     m_machine->checkTips(false);
     EXPECT_TRUE(m_machine->look().tipViewShown);
-    EXPECT_EQ(m_machine->look().tipText,
-              "Press left and right direction keys to adjust the size by one pixel");
+    EXPECT_EQ(
+        m_machine->look().tipText,
+        QStringLiteral("Press left and right direction keys to adjust the size by one pixel"));
     // Further moves with the same cursor change nothing, even onto another
     // handle of its family.
     const int repaints = m_host.repaints;
@@ -407,7 +408,8 @@ TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
     m_host.border = {false, true, handles::TopRight, handles::TopRight};
     m_machine->checkTips(false);
     EXPECT_EQ(m_machine->look().tipText,
-              "Press up, down, left and right direction keys to adjust the size by one pixel");
+              QStringLiteral(
+                  "Press up, down, left and right direction keys to adjust the size by one pixel"));
     // Off the handles the tip goes.
     m_state.pointerRole = PointerRole::Arrow;
     m_host.border = {};
@@ -423,7 +425,7 @@ TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
     m_machine->mouseup(at({300, 300}));
     m_machine->checkTips(false);
     EXPECT_EQ(m_machine->look().tipText,
-              "Press up, down direction keys to adjust the size by one pixel");
+              QStringLiteral("Press up, down direction keys to adjust the size by one pixel"));
 }
 
 TEST_F(ClipStatesTest, AWindowSelectionOrTheWholeScreenByKeyHasNoHandleTips)
