@@ -71,18 +71,15 @@ void ActionPictures::saveFullImageToFile()
 
 void ActionPictures::saveWindowUnderCursor(int shadowSize)
 {
-    // A capture's overlay covers every screen: the window under the pointer
-    // would be our own, and a new window pass would spoil its frozen desktop.
-    if (m_services.captureRunning()) {
-        m_services.report(
-            QStringLiteral("no picture of the window under the pointer while a capture runs"));
-        m_services.beep();
-        return;
-    }
     platform::WindowServer& windows = *m_services.windows;
     const core::ScreenLayout layout = windows.screens();
+    // During a capture the overlay covers every screen, and a new window
+    // pass would freeze it in place of the desktop: the window is chosen
+    // from the list the capture froze, and pictured from its frozen state.
+    const bool captureRunning = m_services.captureRunning();
     const capture::WindowUnderMouseChoice choice = capture::chooseWindowUnderMouse(
-        windows.windowList(), m_services.pointer->position(), layout);
+        captureRunning ? m_services.state->arrayRect : windows.windowList(),
+        m_services.pointer->position(), layout);
     const double scale = scaleOfScreen(m_services.state->screenOfScreenShot);
     QImage image;
     switch (choice.kind) {
@@ -95,9 +92,11 @@ void ActionPictures::saveWindowUnderCursor(int shadowSize)
     case capture::WindowUnderMouseChoice::Kind::Nothing:
         break;
     }
-    // The pictures share the frozen desktop's pixels until copied.
+    // The pictures share the frozen desktop's pixels until copied; the
+    // capture still needs its freeze.
     image = image.copy();
-    windows.thaw();
+    if (!captureRunning)
+        windows.thaw();
     if (image.isNull()) {
         m_services.report(
             QStringLiteral("there is no window under the pointer to take a picture of"));

@@ -53,10 +53,11 @@ AppDelegate::AppDelegate(Services services, QObject* parent)
     : QObject(parent)
     , m_services(std::move(services))
     , m_defaults(std::make_unique<settings::Defaults>(*m_services.store))
-    , m_clipManager(
-          std::make_unique<capture::QNClipScreenManager>(capture::QNClipScreenManager::Services{
-              m_captureState, *m_services.windowServer, *m_services.pointer, *m_services.sound,
-              m_messages, *m_defaults, m_readoutState, [this] { return m_shortcutOfButton; }}))
+    , m_clipManager(std::make_unique<capture::QNClipScreenManager>(
+          capture::QNClipScreenManager::Services{m_captureState, *m_services.windowServer,
+                                                 *m_services.pointer, *m_services.sound, m_messages,
+                                                 *m_defaults, m_readoutState,
+                                                 [this] { return m_shortcutOfButton.table(); }}))
     , m_captureActions(std::make_unique<hotkeys::CaptureActions>(
           *m_defaults, m_captureState, *m_services.windowServer, *m_services.pointer,
           *m_services.sound, *m_services.speaker))
@@ -204,7 +205,7 @@ void AppDelegate::applicationDidFinishLaunching()
 
 void AppDelegate::applicationDidStart()
 {
-    m_shortcutOfButton = settings::shortcutOfButton(*m_defaults);
+    m_shortcutOfButton.load();
     registerAllHotKey();
     // The first-run values follow the hot keys' own first-run check, which
     // asks the same question before they are written.
@@ -249,6 +250,9 @@ void AppDelegate::registerAllHotKey()
     m_hotKeys->setAction(HotKeyAction::RecordScreenClicked, [this] { recordScreenClicked(); });
     m_hotKeys->setAction(HotKeyAction::StopRecorder, [this] { m_captureActions->stopRecorder(); });
     m_hotKeys->registerAllHotKey();
+    m_clipManager->setGlobalHotKeys([this](int key, Qt::KeyboardModifiers modifiers) {
+        return m_hotKeys->hotKeyTypedWhileKeyboardIsHeld({key, modifiers});
+    });
     if (m_bus != nullptr)
         m_bus->setHotKeyReport([this] { return m_hotKeys->hotKeyReport(); });
 }

@@ -6,6 +6,7 @@
 #include "colour/logic/ColorReadoutState.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
+#include "settings/ShortcutOfButton.h"
 
 #include <QImage>
 #include <QObject>
@@ -107,7 +108,7 @@ public:
 
     [[nodiscard]] settings::Defaults& defaults() { return *m_defaults; }
     [[nodiscard]] capture::QNClipScreenManager& clipScreenManager() { return *m_clipManager; }
-    [[nodiscard]] const QVariantMap& shortcutOfButton() const { return m_shortcutOfButton; }
+    [[nodiscard]] const QVariantMap& shortcutOfButton() const { return m_shortcutOfButton.table(); }
     // The actions' hooks into the image output and the recorder.
     [[nodiscard]] hotkeys::CaptureActions& captureActions() { return *m_captureActions; }
     [[nodiscard]] output::ImageOutput& imageOutput() { return *m_output; }
@@ -142,7 +143,8 @@ private:
     KelvoBus* m_bus = nullptr;
     StatusItem* m_statusItem = nullptr;
     std::unique_ptr<PreferencesWindow> m_preferences; // made when first opened
-    QVariantMap m_shortcutOfButton;
+    // The live tool short cuts; follows their preferences from the start.
+    settings::ShortcutOfButton m_shortcutOfButton{*m_defaults};
     std::unique_ptr<hotkeys::CaptureActions> m_captureActions;
     std::unique_ptr<hotkeys::HotKeyController> m_hotKeys;
     std::unique_ptr<output::ImageOutput> m_output;

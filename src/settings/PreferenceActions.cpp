@@ -61,6 +61,26 @@ void setYesNo(Defaults& defaults, const QString& key, bool on)
     defaults.setObject(key, on ? QStringLiteral("YES") : QStringLiteral("NO"));
 }
 
+void makeExclusivePairsSane(Defaults& defaults)
+{
+    struct Pair
+    {
+        QLatin1StringView whenNeither; // turned on when neither is
+        QLatin1StringView winner;      // stays on when both are
+        QLatin1StringView loser;
+    };
+    const Pair pairs[] = {
+        {keys::selectedGaussianBlured, keys::selectedGaussianBlured, keys::selectedMosaic},
+        {keys::squareOfHighlight, keys::ellipseOfHighlight, keys::squareOfHighlight},
+    };
+    for (const Pair& pair : pairs) {
+        if (!defaults.boolForKey(pair.winner) && !defaults.boolForKey(pair.loser))
+            defaults.setBool(pair.whenNeither, true);
+        if (defaults.boolForKey(pair.winner) && defaults.boolForKey(pair.loser))
+            defaults.setBool(pair.loser, false);
+    }
+}
+
 QString versionCaption(const QString& version)
 {
     return QStringLiteral("%1: %2").arg(QCoreApplication::translate("Localizable", "Version"),

@@ -37,6 +37,11 @@ void selectDelayTimesOfScreenShots(Defaults& defaults, const QString& title);
 // The switches kept as the strings "YES" and "NO".
 void setYesNo(Defaults& defaults, const QString& key, bool on);
 
+// The tool bar's two exclusive pairs, made sane as it loads: one of each
+// pair is on. With neither on, the mosaic style is the blur and the
+// highlight a rectangle; with both on, the blur and the ellipse win.
+void makeExclusivePairsSane(Defaults& defaults);
+
 // "Version: 1.2.0", with "Version" translated.
 [[nodiscard]] QString versionCaption(const QString& version);
 

@@ -484,3 +484,31 @@ TEST_F(CaptureActions, TheCaptureMethodAnswersAnIdAndBroadcastsTheEnd)
 }
 
 #include "CaptureActionsTest.moc"
+
+TEST_F(CaptureActions, AltZDuringACaptureSavesTheWindowUnderThePointerAndTheCaptureGoesOn)
+{
+    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
+    startKelvoWith(plainPictures());
+    ASSERT_FALSE(HasFatalFailure());
+    const QRect frame = x->frameOf(red.id());
+    const QImage onScreen = x->grabRoot(frame);
+
+    x->movePointer(500, 350);
+    ASSERT_EQ(run({QStringLiteral("gui")}).exitCode, 0);
+    ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->movePointer(501, 350);
+    // The overlay holds the keyboard, yet the hot key still works: the
+    // window under the pointer (not the overlay over it) is saved.
+    x->tapKeyWithAlt("z");
+    const QImage shot = waitForShot();
+    ASSERT_FALSE(shot.isNull()) << kelvo->errors().toStdString();
+    EXPECT_TRUE(samePixels(shot, onScreen));
+
+    // The capture is not disturbed by it: still up, and still ends by key.
+    EXPECT_TRUE(overlaysUp());
+    x->tapKey("Escape");
+    EXPECT_TRUE(pumpUntil([&] { return x->overlaysOf(kelvo->pid()).empty(); }));
+    EXPECT_EQ(shotFiles().size(), 1);
+    EXPECT_TRUE(kelvo->isRunning());
+}

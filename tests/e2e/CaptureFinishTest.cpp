@@ -8,6 +8,7 @@
 
 #include <QBuffer>
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QImageReader>
 #include <QProcess>
@@ -230,4 +231,78 @@ TEST_F(CaptureFinish, APinBeforePinsExistKeepsThePictureOnTheClipboard)
     ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
     EXPECT_EQ(opaque(clipboardImage()), expected);
     EXPECT_TRUE(waitFor([&] { return kelvo->errors().contains(QStringLiteral("pins")); }));
+}
+
+TEST_F(CaptureFinish, ADesktopClickTakesTheScreenWithHandlesAndKeypadEnterCopiesIt)
+{
+    startKelvoWith(kPlain);
+    // What the top handle, dragged down to row 300, leaves of the screen.
+    const QImage expected = opaque(x->grabRoot(QRect(0, 300, 1920, 780)));
+    x->movePointer(700, 500);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    x->movePointer(701, 500);
+    barrier();
+    x->click(1); // on the bare desktop: the whole screen, as a region
+    barrier();
+
+    // The top handle lies along the screen's top edge.
+    x->movePointer(960, 3);
+    x->movePointer(961, 3);
+    barrier();
+    drag(QPoint(961, 3), QPoint(961, 300), 10);
+    barrier();
+    x->tapKey("KP_Enter");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+
+    const QImage copied = clipboardImage();
+    ASSERT_EQ(copied.size(), QSize(1920, 780)) << kelvo->errors().toStdString();
+    EXPECT_EQ(opaque(copied), expected);
+}
+
+TEST_F(CaptureFinish, ADoubleClickCopiesAndTwoTapsOfTheChosenModifierSaveAndOpen)
+{
+    // The application chosen to open saved pictures only copies the file
+    // it is given, so the test sees what was opened.
+    const QString opened = desktop.path(QStringLiteral("opened.png"));
+    const QString apps = desktop.path(QStringLiteral("data/applications"));
+    ASSERT_TRUE(QDir().mkpath(apps));
+    QFile entry(apps + QStringLiteral("/kelvo-test-viewer.desktop"));
+    ASSERT_TRUE(entry.open(QIODevice::WriteOnly));
+    entry.write(QStringLiteral("[Desktop Entry]\nType=Application\nName=Viewer\n"
+                               "Exec=cp %f %1\nMimeType=image/png;\n")
+                    .arg(opened)
+                    .toUtf8());
+    entry.close();
+    QMap<QString, QString> prefs = kPlain;
+    prefs.insert(QStringLiteral("pathofSaveScreenShotsPhoto"), shots);
+    prefs.insert(QStringLiteral("formatOfSavePhoto"), QStringLiteral("png"));
+    prefs.insert(QStringLiteral("doubleClickToSavePaste"), QStringLiteral("YES"));
+    prefs.insert(QStringLiteral("doubleClickModifierKey"), QStringLiteral("Option"));
+    prefs.insert(
+        QStringLiteral("appOfUserSpecified"),
+        QStringLiteral(R"({"bundleIdentifier":"kelvo-test-viewer","executableName":"cp"})"));
+    startKelvoWith(prefs);
+    const QImage expected = opaque(x->grabRoot(kRegion));
+
+    // A double click inside the selection copies it.
+    selectRegion();
+    x->movePointer(500, 400);
+    x->movePointer(501, 400);
+    barrier();
+    x->click(1);
+    x->click(1);
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+    EXPECT_EQ(opaque(clipboardImage()), expected);
+    EXPECT_TRUE(savedFiles().isEmpty());
+
+    // Alt (Option) tapped twice saves into the folder and opens the file.
+    selectRegion();
+    x->tapKey("Alt_L");
+    x->tapKey("Alt_L");
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+    ASSERT_TRUE(waitFor([&] { return savedFiles().size() == 1; })) << kelvo->errors().toStdString();
+    EXPECT_EQ(opaque(QImage(QDir(shots).filePath(savedFiles().front()))), expected);
+    ASSERT_TRUE(waitFor([&] { return !QImage(opened).isNull(); })) << kelvo->errors().toStdString();
+    EXPECT_EQ(opaque(QImage(opened)), expected);
 }

@@ -172,3 +172,43 @@ TEST_F(Selecting, SizeLabelStaysInsideTheScreenAtItsEdge)
     x->tapKey("Escape");
     EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
 }
+
+TEST_F(Selecting, AHandleShowsItsArrowKeyTipInTheLowerLeftCorner)
+{
+    startKelvo();
+    x->movePointer(250, 150);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
+    drag(QPoint(300, 200), QPoint(780, 560), 12, [&](QPoint p) { return litUpTo(p); });
+    barrier();
+
+    // The tip box sits 10 points from the corner: black, with the text in
+    // white above a 10-point margin. Row 1065 is in that margin, so the box
+    // is one black run there whose length tells the tips apart.
+    const int row = 1065;
+    const auto tipWidth = [&] {
+        const std::vector<int> xs = columnsIn(QColor(Qt::black), row, 0, 1200);
+        return xs.empty() || xs.front() > 15 ? 0 : xs.back() - xs.front() + 1;
+    };
+    // Above the box the corner shows the dimmed desktop (the first press
+    // hid the opening tip).
+    const QColor dimmed = x->pixel(15, 1000);
+    ASSERT_TRUE(darker(dimmed, kDesktop));
+
+    // On the right handle: the left and right arrow keys.
+    x->movePointer(781, 380);
+    x->movePointer(781, 381);
+    ASSERT_TRUE(waitFor([&] { return tipWidth() > 0; })) << kelvo->errors().toStdString();
+    const int sideTip = tipWidth();
+    // On a corner: all four arrow keys, a longer text.
+    x->movePointer(780, 201);
+    x->movePointer(780, 200);
+    ASSERT_TRUE(waitFor([&] { return tipWidth() > sideTip; })) << tipWidth() << " " << sideTip;
+    // Inside the selection the tip goes.
+    x->movePointer(540, 380);
+    x->movePointer(541, 380);
+    EXPECT_TRUE(waitFor([&] { return x->pixel(15, row) == dimmed; }));
+
+    x->click(3);
+    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
+}

@@ -134,6 +134,21 @@ void HotKeyController::hotKeyAction(const QString& identifier)
         it->second();
 }
 
+bool HotKeyController::hotKeyTypedWhileKeyboardIsHeld(const platform::KeyCombo& combo)
+{
+    if (m_recording || !combo.isValid())
+        return false;
+    for (const auto& [identifier, status] : m_statuses) {
+        if (status != platform::HotKeyStatus::Registered || shortcutFor(identifier) != combo)
+            continue;
+        // Not inside the key handling of the window that holds the keyboard:
+        // the action may end what that window belongs to.
+        QTimer::singleShot(0, this, [this, id = identifier] { hotKeyAction(id); });
+        return true;
+    }
+    return false;
+}
+
 platform::HotKeyStatus
 HotKeyController::shortcutRecorderDidEndRecording(const QString& identifier,
                                                   const std::optional<platform::KeyCombo>& combo)

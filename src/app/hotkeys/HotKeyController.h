@@ -54,6 +54,12 @@ public:
     void registerAllHotKey();
     void unregisterAllHotKey();
     void hotKeyAction(const QString& identifier);
+    // A key typed while one of Kelvo's own windows holds the whole keyboard
+    // (a capture's overlay): the X server gives it to that window, never to
+    // the hot key grabs, so the window asks here. When `combo` is one of the
+    // registered hot keys, its action runs from the event loop, as a grabbed
+    // key's would, and the answer is true.
+    bool hotKeyTypedWhileKeyboardIsHeld(const platform::KeyCombo& combo);
 
     platform::HotKeyStatus
     shortcutRecorderDidEndRecording(const QString& identifier,

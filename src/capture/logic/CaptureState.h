@@ -54,7 +54,8 @@ struct CaptureState
     bool copyToPaste = false;
     bool mapImage = false; // the finish becomes a pin
     bool saveButtonClick = false;
-    bool annotatedOnMap = false; // marking up an existing pin
+    bool doubleClickModifierkey = false; // the save came from the modifier's double tap: open it
+    bool annotatedOnMap = false;         // marking up an existing pin
     bool annotatedOnMapFromRightMouse = false;
     bool clipToolbarWindowOpened = false; // the annotation window is open
     bool toolbarViewOpend = false;        // a recording region has its tool bar

@@ -18,19 +18,36 @@ bool isColorKey(int key)
     return key == Qt::Key_R || key == Qt::Key_H || key == Qt::Key_Z;
 }
 
+// The keypad's Enter is Return to the capture: it copies, and a text view
+// takes it as a new line. X gives it its own key.
+ClipKeyEvent asTyped(const ClipKeyEvent& event)
+{
+    if (event.key != Qt::Key_Enter)
+        return event;
+    ClipKeyEvent typed = event;
+    typed.key = Qt::Key_Return;
+    typed.text = QStringLiteral("\r");
+    return typed;
+}
+
 } // namespace
 
 ClipKeyHandler::ClipKeyHandler(ClipStateMachine& machine)
     : m_machine(machine)
 {}
 
-bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& event)
+bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& pressed)
 {
+    const ClipKeyEvent event = asTyped(pressed);
     CaptureState& state = m_machine.state();
     ClipViewHost& host = m_machine.host();
     const Qt::KeyboardModifiers modifiers = significantModifiers(event.modifiers);
     const bool plain = modifiers == Qt::NoModifier;
 
+    m_doubleTap.keyDown();
+    // The global hot keys work during a capture as at any other time.
+    if (host.globalHotKey(event))
+        return true;
     // The colour keys and F only act while hovering, before the annotation window opens.
     if (!state.clipToolbarWindowOpened) {
         if (isColorKey(event.key) && host.handleColorKey(event))
@@ -72,8 +89,9 @@ bool ClipKeyHandler::monitorKeyDown(const ClipKeyEvent& event)
     return false;
 }
 
-void ClipKeyHandler::keyDown(const ClipKeyEvent& event)
+void ClipKeyHandler::keyDown(const ClipKeyEvent& pressed)
 {
+    const ClipKeyEvent event = asTyped(pressed);
     CaptureState& state = m_machine.state();
     ClipViewHost& host = m_machine.host();
     if (!state.clipToolbarWindowOpened)
@@ -137,6 +155,17 @@ void ClipKeyHandler::arrowKey(const ClipKeyEvent& event)
     if (recorder.toolbarViewOpend() && !recorder.realStartRecordingScreen())
         m_machine.look().toolbarViewShown = false;
     host.setCursorRectsEnabled(false);
+}
+
+void ClipKeyHandler::flagsChanged(Qt::KeyboardModifiers held, double timestamp)
+{
+    ClipViewHost& host = m_machine.host();
+    // The tool bar's save: nothing to save before a selection stands.
+    if (!m_machine.state().clipToolbarWindowOpened)
+        return;
+    if (m_doubleTap.flagsChanged(held, host.preferences().doubleClickModifierKey,
+                                 timestamp * 1000.0))
+        host.saveAndOpen();
 }
 
 void ClipKeyHandler::mouseMoved()

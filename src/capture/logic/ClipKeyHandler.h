@@ -3,6 +3,7 @@
 
 #include "capture/logic/ClipEvents.h"
 #include "capture/logic/ClipViewHost.h"
+#include "capture/logic/ModifierDoubleTap.h"
 
 #include <QString>
 
@@ -34,10 +35,15 @@ public:
     // ends them and brings the tool bar back.
     void mouseMoved();
 
+    // A modifier went down or up; `held` is what is held once it has. With
+    // the tool bar open, two taps of the chosen modifier save and open.
+    void flagsChanged(Qt::KeyboardModifiers held, double timestamp);
+
 private:
     void arrowKey(const ClipKeyEvent& event);
 
     ClipStateMachine& m_machine;
+    ModifierDoubleTap m_doubleTap;
 };
 
 } // namespace capture

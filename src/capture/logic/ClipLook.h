@@ -5,6 +5,7 @@
 
 #include <QPointF>
 #include <QRectF>
+#include <QString>
 
 #include <optional>
 
@@ -22,7 +23,12 @@ struct ClipLook
     bool selectedBoxAdded = true;
     bool backgroundBoxAdded = true;
 
-    bool tipViewShown = true; // the opening tip, hidden by the first press
+    // The tip box in the lower-left corner: the opening tip until the first
+    // press, later the tips of the handles and the wheel. Taking the whole
+    // screen removes it for good.
+    bool tipViewShown = true;
+    bool tipViewAdded = true;
+    QString tipText;
 
     // The magnifier square and the cursor picture beside it.
     bool magnifierAdded = true; // false once a whole screen was taken

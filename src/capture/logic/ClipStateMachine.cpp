@@ -4,6 +4,7 @@
 #include "capture/logic/DragMagnifier.h"
 #include "capture/logic/HoverMagnifier.h"
 #include "capture/logic/MultiWindowPick.h"
+#include "capture/logic/OverlayTips.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "capture/logic/SizeLabelPlacement.h"
 #include "capture/logic/WindowRules.h"
@@ -90,6 +91,10 @@ void ClipStateMachine::showClipViewWithFrame(const QRectF& frame, bool withToolb
     m_look.toolbarViewShown = withToolbar;
     m_state.isRecordScreen = isRecordScreen;
     m_look.tipViewShown = !isRecordScreen && !m_state.annotatedOnMapFromRightMouse;
+    m_look.tipText = openingTipText();
+    // The pointer comes in as the arrow, so the opening tip stays until the
+    // first press, whatever the last capture's pointer was.
+    m_state.lastHotSpot = hotSpotOf(PointerRole::Arrow);
     // The surround covers the window until the first selection is shown.
     m_selection.contentViewFrame = m_selection.contentRect;
     m_selection.backgroundBoxFrame = QRectF(QPointF(0, 0), windowSize());
@@ -388,6 +393,12 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
     if (m_state.clipToolbarWindowOpened && !m_state.buttonBoxHiddened)
         return;
 
+    // The desktop gives the whole screen as a region, with handles: decided
+    // before the border learns that a window was taken, or it would keep
+    // the handles hidden and the screen could not be resized.
+    if (m_state.currentWindowName.startsWith(kDesktopPicturePrefix) &&
+        m_state.currentWindowLayer < 0)
+        m_onlyClipCurrentWindow = false;
     if (m_onlyClipCurrentWindow) {
         m_look.cropBorderOnlyClipCurrentWindow = true;
         m_look.cropBorderAdded = true;
@@ -404,11 +415,6 @@ void ClipStateMachine::mouseup(const ClipMouseEvent& event)
         m_host.postMessage(core::Message::CancelScreenShot);
         return;
     }
-    // The desktop gives the whole screen as a region, with handles.
-    if (m_state.currentWindowName.startsWith(kDesktopPicturePrefix) &&
-        m_state.currentWindowLayer < 0)
-        m_onlyClipCurrentWindow = false;
-
     const ClipPreferences prefs = m_host.preferences();
     const int shadow = prefs.needShadowOfnotSingleWindow ? prefs.sizeOfShadow : 0;
     // A window's shadow is part of its picture, so the frame makes room for it.
@@ -468,6 +474,27 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
     m_state.imageAllWindowArray.clear();
     if (m_layout.count() >= 2)
         m_host.postMessage(core::Message::StartAnnotation);
+}
+
+void ClipStateMachine::checkTips(bool firstMove)
+{
+    const CropBorderStatus border = m_host.cropBorder();
+    CursorTipInput in;
+    in.isInResizeRect = border.isInResizeRect;
+    in.whichInResizeRect = border.whichInResizeRect;
+    in.onlyClipCurrentWindow = m_onlyClipCurrentWindow;
+    in.role = m_state.pointerRole;
+    // The tool and the stroke under the pointer are the mark-up's; with no
+    // drawing tool chosen the wheel tips of the roles stay as they are.
+    const std::optional<CursorTip> tip = checkCursorTip(m_state.lastHotSpot, firstMove, in);
+    if (!tip)
+        return;
+    const bool show = tip->change.kind == TipChange::Kind::Show;
+    if (show == m_look.tipViewShown && tip->change.text == m_look.tipText)
+        return;
+    m_look.tipViewShown = show;
+    m_look.tipText = tip->change.text;
+    m_host.needsDisplay();
 }
 
 QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const
@@ -545,6 +572,7 @@ void ClipStateMachine::fullScreenCapture()
     m_look.selectedBoxAdded = false;
     m_look.backgroundBoxAdded = false;
     m_look.tipViewShown = false;
+    m_look.tipViewAdded = false;
     m_look.magnifierAdded = false;
     m_look.cursorImagesCleared = true;
     setContentFrame(m_selection.cropBorderFrame);

@@ -76,6 +76,9 @@ public:
     // The view's own frame changed: the content view and the border follow
     // the selection.
     void setFrame();
+    // A pointer move that may change the tips of the handles and the wheel;
+    // the first move of all only notes where the pointer is.
+    void checkTips(bool firstMove);
     // The crop border (and the copy the annotation layers read) to `frame`.
     void resetFramesToThisOne(const QRectF& frame);
     // The hover found another window: outline it and make it the selection.

@@ -22,6 +22,8 @@ using overlay::RecorderInput;
 struct ClipPreferences
 {
     bool doubleClickToSavePaste = true;
+    // The modifier tapped twice to save and open: "Command", "Option" or "Control".
+    QString doubleClickModifierKey = QStringLiteral("Option");
     bool needShadowOfnotSingleWindow = true;
     int sizeOfShadow = 18;
     // The tool short cuts, key name to the text each holds; handed on to the
@@ -106,6 +108,12 @@ public:
     // and redo.
     virtual bool handleColorKey(const ClipKeyEvent& event) = 0;
     virtual void makeClipViewFirstResponder() = 0;
+    // The overlay holds the keyboard, so the global hot keys reach it as
+    // keys: true when `event` is one of them, whose action then runs.
+    virtual bool globalHotKey(const ClipKeyEvent& event) = 0;
+    // The tool bar's save, asked for by the modifier's double tap: the saved
+    // file is opened too.
+    virtual void saveAndOpen() = 0;
 };
 
 } // namespace capture

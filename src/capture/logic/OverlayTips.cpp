@@ -114,4 +114,16 @@ CursorTip cursorTip(const CursorTipInput& in)
     return tip;
 }
 
+std::optional<CursorTip> checkCursorTip(QPointF& lastHotSpot, bool firstMove,
+                                        const CursorTipInput& in)
+{
+    const QPointF hotSpot = hotSpotOf(in.role);
+    if (hotSpot == lastHotSpot)
+        return std::nullopt;
+    lastHotSpot = hotSpot;
+    if (firstMove)
+        return std::nullopt;
+    return cursorTip(in);
+}
+
 } // namespace capture

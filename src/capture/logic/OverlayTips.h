@@ -66,4 +66,11 @@ struct CursorTip
 
 [[nodiscard]] CursorTip cursorTip(const CursorTipInput& in);
 
+// The cursor tips of one pointer move. They are tested only when the hot
+// spot of the pointer's role differs from `lastHotSpot`, which then takes
+// it; the first move of all only notes it. Nothing: the tip box stays as it
+// is, so a tip is not shown again on every move over the same handle.
+[[nodiscard]] std::optional<CursorTip> checkCursorTip(QPointF& lastHotSpot, bool firstMove,
+                                                      const CursorTipInput& in);
+
 } // namespace capture

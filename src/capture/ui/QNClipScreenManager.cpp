@@ -2,6 +2,7 @@
 #include "capture/ui/QNClipScreenManager.h"
 
 #include "capture/logic/ClipEvents.h"
+#include "capture/logic/ModifierDoubleTap.h"
 #include "capture/logic/WindowFilter.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
@@ -341,12 +342,9 @@ void QNClipScreenManager::perform(const OverlayRoute& route, OverlayPart& part, 
         if (view != nullptr &&
             (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease)) {
             const auto& key = static_cast<const QKeyEvent&>(event);
-            // X reports the state before the key; the key itself says
-            // whether Shift is now down.
-            const bool shiftDown = key.key() == Qt::Key_Shift
-                                       ? event.type() == QEvent::KeyPress
-                                       : key.modifiers().testFlag(Qt::ShiftModifier);
-            view->flagsChanged(shiftDown);
+            view->flagsChanged(
+                heldAfter(key.key(), event.type() == QEvent::KeyPress, key.modifiers()),
+                static_cast<double>(key.timestamp()) / 1000.0);
         }
         break;
     case MonitorAction::OrderFrontAndActivate:

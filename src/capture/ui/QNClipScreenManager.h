@@ -118,6 +118,16 @@ public:
     [[nodiscard]] platform::WindowServer& windowServer() const { return m_windowServer; }
     [[nodiscard]] QVariantMap shortcutOfButton() const;
     [[nodiscard]] platform::SoundPlayer& sound() const { return m_sound; }
+    // The global hot keys while the overlay holds the keyboard: `hotKey`
+    // answers whether a key is one of them, and runs its action if so.
+    void setGlobalHotKeys(std::function<bool(int key, Qt::KeyboardModifiers)> hotKey)
+    {
+        m_globalHotKey = std::move(hotKey);
+    }
+    [[nodiscard]] bool globalHotKey(int key, Qt::KeyboardModifiers modifiers) const
+    {
+        return m_globalHotKey && m_globalHotKey(key, modifiers);
+    }
     // The pointer arrived on `screen`: the other screens drop their marks.
     void claimScreen(int screen);
     [[nodiscard]] const std::vector<std::unique_ptr<QNClipWindowController>>& controllers() const
@@ -158,6 +168,7 @@ private:
     settings::Defaults& m_defaults;
     colour::ColorReadoutState& m_readoutState;
     std::function<QVariantMap()> m_shortcutOfButton;
+    std::function<bool(int, Qt::KeyboardModifiers)> m_globalHotKey;
     std::unique_ptr<core::Clock> m_ownClock; // when none was given
     core::Clock& m_clock;
     std::unique_ptr<toolbar::AnnotatedImageController> m_annotation;

@@ -7,7 +7,6 @@
 #include "capture/logic/ClipStateMachine.h"
 #include "capture/logic/HoverMagnifier.h"
 #include "capture/logic/HoverMoveDecision.h"
-#include "capture/logic/OverlayTips.h"
 #include "capture/logic/WindowRules.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipViewHost.h"
@@ -145,6 +144,8 @@ void QNClipView::mouseMoved(QPointF local)
         m_magnifierShown = true;
         m_readout.mouseMoved(local, height());
     }
+    if (steps.checkTips)
+        m_machine->checkTips(state.mouseMovedTimes == 1);
     update();
 }
 
@@ -244,14 +245,15 @@ OverlayFrame QNClipView::frameToPaint() const
         if (look.cursorImageShown)
             f.cross = look.cursorImageFrame;
     }
-    if (look.tipViewShown && m_pointerHere)
-        f.tip = openingTipText();
+    if (look.tipViewShown && look.tipViewAdded && m_pointerHere)
+        f.tip = look.tipText;
     return f;
 }
 
-void QNClipView::flagsChanged(bool shiftDown)
+void QNClipView::flagsChanged(Qt::KeyboardModifiers held, double timestamp)
 {
-    m_machine->flagsChanged(shiftDown);
+    m_machine->flagsChanged(held.testFlag(Qt::ShiftModifier));
+    m_keys->flagsChanged(held, timestamp);
     syncCropBorder();
     update();
 }

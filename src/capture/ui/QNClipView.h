@@ -56,8 +56,9 @@ public:
     void startAnnotation();
     // The pointer went to another screen: no outline, no magnifier here.
     void clearMarks();
-    // A modifier key went down or up while this screen is under the pointer.
-    void flagsChanged(bool shiftDown);
+    // A modifier key went down or up while this screen is under the
+    // pointer; `held` is what is held now, `timestamp` in seconds.
+    void flagsChanged(Qt::KeyboardModifiers held, double timestamp);
     // The picks changed: the view shows them again.
     void picksChanged();
     // What the finished picture is made of, as the capture stands now.

@@ -43,6 +43,7 @@ ClipPreferences QNClipViewHost::preferences() const
     const settings::Defaults& d = m_view.manager().defaults();
     ClipPreferences p;
     p.doubleClickToSavePaste = d.boolForKey(settings::keys::doubleClickToSavePaste);
+    p.doubleClickModifierKey = d.stringForKey(settings::keys::doubleClickModifierKey);
     p.needShadowOfnotSingleWindow = d.boolForKey(settings::keys::needShadowOfnotSingleWindow);
     p.sizeOfShadow = static_cast<int>(d.integerForKey(settings::keys::sizeOfShadow));
     p.shortcutOfButton = m_view.manager().shortcutOfButton();
@@ -201,9 +202,22 @@ void QNClipViewHost::changFullImageToMosaicImage()
 
 void QNClipViewHost::openAnnotationWindow()
 {
+    m_view.manager().state().doubleClickModifierkey = false;
     m_view.manager().annotatedImageController().openWindow(m_view.clipWindow(), [view = &m_view] {
         return core::flipped(view->machine().selection().contentRect, view->height());
     });
+}
+
+bool QNClipViewHost::globalHotKey(const ClipKeyEvent& event)
+{
+    return m_view.manager().globalHotKey(event.key, significantModifiers(event.modifiers));
+}
+
+void QNClipViewHost::saveAndOpen()
+{
+    QNClipScreenManager& manager = m_view.manager();
+    manager.state().doubleClickModifierkey = true;
+    manager.annotatedImageController().saveButtonClick();
 }
 
 bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)

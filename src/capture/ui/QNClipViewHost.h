@@ -47,6 +47,8 @@ public:
     void updateTrackingAreas() override;
     void changFullImageToMosaicImage() override;
     bool handleColorKey(const ClipKeyEvent& event) override;
+    bool globalHotKey(const ClipKeyEvent& event) override;
+    void saveAndOpen() override;
     void makeClipViewFirstResponder() override {}
 
 private:

@@ -127,6 +127,8 @@ void QNClipWindowController::clipScreen()
     result.destination = m_state.mapImage      ? FinishDestination::Pin
                          : m_state.copyToPaste ? FinishDestination::Clipboard
                                                : FinishDestination::File;
+    result.openAfterSave =
+        result.destination == FinishDestination::File && m_state.doubleClickModifierkey;
     const QRectF selection = m_state.currentRectOfAnnotatedImageView.adjusted(6, 6, -6, -6);
     result.rect = layout.overlayLocalToTopLeft(m_screenIndex, selection);
     if (result.picture.isNull())

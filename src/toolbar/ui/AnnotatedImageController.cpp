@@ -5,6 +5,7 @@
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
+#include "settings/PreferenceActions.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/ui/ClipToolBar.h"
@@ -49,15 +50,7 @@ void AnnotatedImageController::windowDidLoad()
 
 void AnnotatedImageController::makeExclusivePairsSane()
 {
-    auto sane = [this](QLatin1StringView first, QLatin1StringView second) {
-        // One of each pair is on, and the first wins when both are.
-        if (!m_defaults.boolForKey(first) && !m_defaults.boolForKey(second))
-            m_defaults.setBool(first, true);
-        if (m_defaults.boolForKey(first) && m_defaults.boolForKey(second))
-            m_defaults.setBool(second, false);
-    };
-    sane(keys::selectedGaussianBlured, keys::selectedMosaic);
-    sane(keys::ellipseOfHighlight, keys::squareOfHighlight);
+    settings::makeExclusivePairsSane(m_defaults);
 }
 
 void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF()> selection)
@@ -197,7 +190,7 @@ bool AnnotatedImageController::barContains(QPoint global) const
            m_bar->rect().contains(m_bar->mapFromGlobal(global));
 }
 
-void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant& value)
+void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant&)
 {
     struct Pair
     {
@@ -222,11 +215,9 @@ void AnnotatedImageController::observeValueForKeyPath(const QString& key, const 
         m_defaults.synchronize();
         return;
     }
-    if (key.endsWith(QLatin1String("Shortcut")) && key != keys::shortcut) {
-        QVariantMap shortcuts = m_defaults.dictionaryForKey(QString(keys::shortcutOfButton));
-        shortcuts.insert(key, value);
-        m_defaults.setObject(QString(keys::shortcutOfButton), shortcuts);
-    }
+    // The tool short cuts are followed by the live table
+    // (settings::ShortcutOfButton), from the start on, not only once this
+    // window has loaded.
 }
 
 } // namespace toolbar

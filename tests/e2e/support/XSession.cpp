@@ -322,6 +322,10 @@ std::uint32_t XSession::keysymOf(const char* keysymName)
         return XK_space;
     if (std::strcmp(keysymName, "Shift_L") == 0)
         return XK_Shift_L;
+    if (std::strcmp(keysymName, "Alt_L") == 0)
+        return XK_Alt_L;
+    if (std::strcmp(keysymName, "KP_Enter") == 0)
+        return XK_KP_Enter;
     if (std::strlen(keysymName) == 1)
         return static_cast<unsigned char>(keysymName[0]);
     return 0;

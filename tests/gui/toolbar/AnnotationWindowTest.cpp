@@ -184,11 +184,12 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
 TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)
 {
     Bench b;
-    // Both off at the first load: the first of each pair is turned on.
+    // Both off at the first load: the blur and the rectangle are turned on.
     b.open();
     EXPECT_TRUE(b.defaults.boolForKey(QStringLiteral("selectedGaussianBlured")));
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedMosaic")));
-    EXPECT_TRUE(b.defaults.boolForKey(QStringLiteral("ellipseOfHighlight")));
+    EXPECT_TRUE(b.defaults.boolForKey(QStringLiteral("squareOfHighlight")));
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("ellipseOfHighlight")));
 
     // Turning one on turns its partner off; the echo of that write does not
     // swallow the next real change.
@@ -196,11 +197,6 @@ TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedGaussianBlured")));
     b.defaults.setBool(QStringLiteral("selectedGaussianBlured"), true);
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedMosaic")));
-    b.defaults.setBool(QStringLiteral("squareOfHighlight"), true);
-    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("ellipseOfHighlight")));
-
-    b.defaults.setObject(QStringLiteral("saveShortcut"), QStringLiteral("K"));
-    EXPECT_EQ(b.defaults.dictionaryForKey(QStringLiteral("shortcutOfButton"))
-                  .value(QStringLiteral("saveShortcut")),
-              QVariant(QStringLiteral("K")));
+    b.defaults.setBool(QStringLiteral("ellipseOfHighlight"), true);
+    EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("squareOfHighlight")));
 }

@@ -127,31 +127,45 @@ TEST_F(Pictures, NoScreenOrNoPictureSavesNothingAndSaysWhy)
                                      QStringLiteral("no screen to take a picture of")}));
 }
 
-TEST_F(Pictures, TheWindowUnderThePointerIsNotTakenWhileACaptureRuns)
+TEST_F(Pictures, WhileACaptureRunsTheWindowComesFromTheListTheCaptureFroze)
 {
-    platform::WindowRecord w;
-    w.number = 42;
-    w.bounds = QRectF(10, 10, 30, 20);
-    w.layer = 0;
-    windows.windows = {w};
+    // The capture froze window 42 under the pointer; the live list would
+    // now answer window 7 there (our overlay is never listed).
+    platform::WindowRecord frozen;
+    frozen.number = 42;
+    frozen.bounds = QRectF(10, 10, 30, 20);
+    state.arrayRect = {frozen};
+    platform::WindowRecord live = frozen;
+    live.number = 7;
+    live.bounds = QRectF(0, 0, 40, 40);
+    windows.windows = {live};
     windows.windowPictures[42] = QImage(30, 20, QImage::Format_RGB32);
     windows.windowPictures[42].fill(Qt::yellow);
+    windows.windowPictures[7] = QImage(40, 40, QImage::Format_RGB32);
+    windows.windowPictures[7].fill(Qt::red);
     pointer.at = QPointF(20, 20);
+    state.screenOfScreenShot = 0;
+    const auto heldByCapture = windows.holdPictureOfWindow(42, QRectF());
 
     captureRunning = true;
     pictures->saveWindowUnderCursor(0);
-    EXPECT_EQ(beeps, 1);
-    // Not even a window pass: it would spoil the capture's frozen desktop.
+    const QImage taken = onlySaved();
+    EXPECT_EQ(taken.size(), QSize(30, 20));
+    EXPECT_EQ(taken.pixelColor(5, 5), QColor(Qt::yellow));
+    // No window pass, and the capture keeps its freeze.
     EXPECT_EQ(windows.windowListCalls, 0);
-    EXPECT_TRUE(saved().isEmpty());
+    EXPECT_FALSE(heldByCapture->read().isNull());
+    EXPECT_EQ(beeps, 0);
 
+    // Without a capture: a fresh list, and the freeze it made is let go.
+    QDir(folder.path()).removeRecursively();
+    QDir().mkpath(folder.path());
     captureRunning = false;
-    state.screenOfScreenShot = 0;
     pictures->saveWindowUnderCursor(0);
-    const QImage window = onlySaved();
-    EXPECT_EQ(window.size(), QSize(30, 20));
-    EXPECT_EQ(window.pixelColor(5, 5), QColor(Qt::yellow));
-    EXPECT_EQ(beeps, 1);
+    const QImage fresh = onlySaved();
+    EXPECT_EQ(fresh.pixelColor(5, 5), QColor(Qt::red));
+    EXPECT_EQ(windows.windowListCalls, 1);
+    EXPECT_TRUE(heldByCapture->read().isNull());
 }
 
 TEST_F(Pictures, ThePreviousAreaIsDecoratedAtTheDensityOfItsScreen)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/logic/ClipKeyHandler.h"
 #include "capture/logic/ClipStateMachine.h"
+#include "capture/logic/ModifierDoubleTap.h"
+#include "capture/logic/OverlayTips.h"
 #include "capture/logic/SelectionGeometry.h"
 #include "unit/capture/CaptureTestSupport.h"
 #include "unit/capture/FakeClipViewHost.h"
@@ -175,14 +177,26 @@ TEST_F(ClipStatesTest, ARegionDraggedBackToZeroWidthCancelsToo)
     EXPECT_FALSE(m_host.sent(Cmd::OpenWindow));
 }
 
-TEST_F(ClipStatesTest, AClickOnTheDesktopSelectsTheWholeScreenAsARegion)
+TEST_F(ClipStatesTest, AClickOnTheDesktopSelectsTheWholeScreenAsARegionWithHandles)
 {
     hover(kPrimary, QStringLiteral("Desktop Picture - DP-1"), -2147483624);
     dragFrom({700, 700}, {700, 700}, 0);
     EXPECT_FALSE(m_machine->onlyClipCurrentWindow());
     EXPECT_EQ(m_machine->selection().contentRect, kPrimary);
     EXPECT_TRUE(m_machine->look().cropBorderAdded);
+    // The border shows its handles: it was never told a window was taken.
+    EXPECT_FALSE(m_machine->look().cropBorderOnlyClipCurrentWindow);
+    EXPECT_FALSE(m_machine->look().cropBorderHideHandleRect);
+    EXPECT_FALSE(m_state.annotatedOnMap);
     EXPECT_EQ(m_host.written.value(kPreRect).toString(), QStringLiteral("{{0, 0}, {1920, 1080}}"));
+
+    // And the top handle shrinks it like any region.
+    m_host.border = {false, true, handles::Top, handles::Top};
+    m_machine->mousedown(at({960, 1083}));
+    EXPECT_EQ(m_machine->dragMode(), DragMode::Resize);
+    m_machine->mousedragged(at({960, 800}));
+    m_machine->mouseup(at({960, 800}));
+    EXPECT_EQ(m_machine->selection().contentRect, QRectF(0, 0, 1920, 800));
 }
 
 TEST_F(ClipStatesTest, AClickOnAPinMarksItUpWithoutAShadowMargin)
@@ -343,6 +357,168 @@ TEST_F(ClipStatesTest, ToolShortCutsAreRoutedToTheAnnotationController)
     m_keys->keyDown(key(Qt::Key_1, Qt::NoModifier, QStringLiteral("1")));
     m_keys->keyDown(key(Qt::Key_Space, Qt::NoModifier, QStringLiteral(" ")));
     EXPECT_EQ(m_host.commands, std::vector<Cmd>{Cmd::SaveButtonClick});
+}
+
+TEST_F(ClipStatesTest, GlobalHotKeysComeBeforeEveryKeyOfTheOverlay)
+{
+    // Alt+Z would otherwise be the colour key Z with a modifier.
+    m_host.colourKeyActs = true;
+    EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_Z, Qt::AltModifier, QStringLiteral("z"))));
+    EXPECT_EQ(m_host.hotKeysRun, 1);
+    EXPECT_TRUE(m_host.colourKeys.empty());
+    EXPECT_TRUE(m_host.forwardedKeys.empty());
+
+    // Also with the selection standing; the keypad flag makes no other key.
+    selectRegion({300, 300}, {600, 500});
+    m_host.globalKey = {Qt::Key_F1, Qt::NoModifier};
+    EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_F1, Qt::KeypadModifier)));
+    EXPECT_EQ(m_host.hotKeysRun, 2);
+    EXPECT_FALSE(m_host.posted(kCancel));
+    // Other keys go their usual way.
+    EXPECT_TRUE(m_keys->monitorKeyDown(key(Qt::Key_Escape)));
+    EXPECT_TRUE(m_host.posted(kCancel));
+    EXPECT_EQ(m_host.hotKeysRun, 2);
+}
+
+TEST_F(ClipStatesTest, HandleTipsComeWithTheResizeCursorAndGoWithIt)
+{
+    EXPECT_TRUE(m_machine->look().tipViewShown);
+    EXPECT_EQ(m_machine->look().tipText, openingTipText());
+    // Hovering as the arrow leaves the opening tip alone.
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_machine->look().tipText, openingTipText());
+
+    selectRegion({300, 300}, {600, 500});
+    EXPECT_FALSE(m_machine->look().tipViewShown); // the press hid it
+    m_state.pointerRole = PointerRole::Resize;
+    m_host.border = {false, true, handles::Right, handles::Right};
+    m_machine->checkTips(false);
+    EXPECT_TRUE(m_machine->look().tipViewShown);
+    EXPECT_EQ(
+        m_machine->look().tipText,
+        QStringLiteral("Press left and right direction keys to adjust the size by one pixel"));
+    // Further moves with the same cursor change nothing, even onto another
+    // handle of its family.
+    const int repaints = m_host.repaints;
+    m_host.border = {false, true, handles::Left, handles::Left};
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_host.repaints, repaints);
+    // A corner has the other resize cursor and names all four keys.
+    m_state.pointerRole = PointerRole::ResizeAlternate;
+    m_host.border = {false, true, handles::TopRight, handles::TopRight};
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_machine->look().tipText,
+              QStringLiteral(
+                  "Press up, down, left and right direction keys to adjust the size by one pixel"));
+    // Off the handles the tip goes.
+    m_state.pointerRole = PointerRole::Arrow;
+    m_host.border = {};
+    m_machine->checkTips(false);
+    EXPECT_FALSE(m_machine->look().tipViewShown);
+
+    // The very first move of all only notes the cursor.
+    m_state.pointerRole = PointerRole::Resize;
+    m_host.border = {false, true, handles::Bottom, handles::Bottom};
+    m_machine->checkTips(true);
+    EXPECT_FALSE(m_machine->look().tipViewShown);
+    // After a release the same cursor is tested again.
+    m_machine->mouseup(at({300, 300}));
+    m_machine->checkTips(false);
+    EXPECT_EQ(m_machine->look().tipText,
+              QStringLiteral("Press up, down direction keys to adjust the size by one pixel"));
+}
+
+TEST_F(ClipStatesTest, AWindowSelectionOrTheWholeScreenByKeyHasNoHandleTips)
+{
+    hover(kWindow);
+    dragFrom({300, 300}, {300, 300}, 0);
+    m_state.pointerRole = PointerRole::Resize;
+    m_host.border = {false, true, handles::Right, handles::Right};
+    m_machine->checkTips(false);
+    EXPECT_FALSE(m_machine->look().tipViewShown);
+
+    open(0);
+    m_machine->fullScreenCapture();
+    EXPECT_FALSE(m_machine->look().tipViewAdded); // the tip box is gone for good
+}
+
+TEST_F(ClipStatesTest, TwoTapsOfTheChosenModifierSaveAndOpenOnceTheToolBarIsOpen)
+{
+    double t = 10.0;
+    // A tap: the modifier alone down, then up, 0.1 second apart.
+    const auto tap = [&](Qt::KeyboardModifier modifier) {
+        m_keys->flagsChanged(modifier, t += 0.1);
+        m_keys->flagsChanged(Qt::NoModifier, t += 0.1);
+    };
+    m_host.prefs.doubleClickModifierKey = QStringLiteral("Option");
+    tap(Qt::AltModifier);
+    tap(Qt::AltModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 0); // nothing selected yet
+
+    selectRegion({300, 300}, {600, 500});
+    tap(Qt::AltModifier);
+    tap(Qt::AltModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+    // Releases further apart than half a second are no pair.
+    t += 1.0;
+    tap(Qt::AltModifier);
+    t += 0.4;
+    tap(Qt::AltModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+
+    // Shift held with it, or a key typed while it is down, spoils a tap.
+    t += 1.0;
+    tap(Qt::AltModifier);
+    m_keys->flagsChanged(Qt::AltModifier | Qt::ShiftModifier, t += 0.1);
+    m_keys->flagsChanged(Qt::NoModifier, t += 0.1);
+    m_keys->flagsChanged(Qt::AltModifier, t += 0.1);
+    m_keys->monitorKeyDown(key(Qt::Key_X, Qt::AltModifier, QStringLiteral("x")));
+    m_keys->flagsChanged(Qt::NoModifier, t += 0.1);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+
+    // Another modifier does nothing; each name has its own key.
+    t += 1.0;
+    tap(Qt::ControlModifier);
+    tap(Qt::ControlModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 1);
+    m_host.prefs.doubleClickModifierKey = QStringLiteral("Command");
+    tap(Qt::ControlModifier);
+    tap(Qt::ControlModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 2);
+    m_host.prefs.doubleClickModifierKey = QStringLiteral("Control");
+    t += 1.0;
+    tap(Qt::MetaModifier);
+    tap(Qt::MetaModifier);
+    EXPECT_EQ(m_host.savesAndOpens, 3);
+}
+
+TEST(ModifierKeys, TheKeyItselfSaysWhetherItsModifierIsHeldNow)
+{
+    EXPECT_EQ(heldAfter(Qt::Key_Alt, true, Qt::NoModifier), Qt::AltModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_Alt, false, Qt::AltModifier), Qt::NoModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_Super_L, true, Qt::ShiftModifier),
+              Qt::ShiftModifier | Qt::MetaModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_Control, false, Qt::ControlModifier | Qt::AltModifier),
+              Qt::AltModifier);
+    EXPECT_EQ(heldAfter(Qt::Key_A, true, Qt::AltModifier), Qt::AltModifier);
+}
+
+TEST_F(ClipStatesTest, TheKeypadsEnterIsReturn)
+{
+    const ClipKeyEvent enter = key(Qt::Key_Enter, Qt::KeypadModifier, QStringLiteral("\r"));
+    // An open text view takes it as Return.
+    m_host.mark.textView = true;
+    EXPECT_FALSE(m_keys->monitorKeyDown(enter));
+    EXPECT_EQ(m_host.keyDownCodes, std::vector<int>{36});
+    EXPECT_EQ(m_host.forwardedKeys, std::vector<int>{Qt::Key_Return});
+    m_host.mark.textView = false;
+
+    // With a selection it copies, as Return does.
+    selectRegion({300, 300}, {600, 500});
+    m_host.commands.clear();
+    m_host.mark.numberOfStrokes = 1;
+    m_keys->keyDown(enter);
+    EXPECT_EQ(m_host.commands, std::vector<Cmd>{Cmd::CopyToPasteButtonClick});
 }
 
 TEST_F(ClipStatesTest, UndoRedoAndDeleteInTheOpenAnnotationWindow)

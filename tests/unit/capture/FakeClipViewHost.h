@@ -165,6 +165,8 @@ public:
     CropBorderStatus border;
     int underMouse = 0;
     bool colourKeyActs = false;
+    // The one global hot key the tests type.
+    std::pair<int, Qt::KeyboardModifiers> globalKey{Qt::Key_Z, Qt::AltModifier};
     // What the hover does at the press (a test sets the window it finds).
     std::function<void()> onClipViewMouseDown;
 
@@ -190,6 +192,8 @@ public:
     int picksToggled = 0;
     int windowBackgroundsCleared = 0;
     int borderCanMoveCleared = 0;
+    int hotKeysRun = 0;
+    int savesAndOpens = 0;
 
     [[nodiscard]] bool posted(const QString& name) const
     {
@@ -269,6 +273,15 @@ public:
         return colourKeyActs;
     }
     void makeClipViewFirstResponder() override { ++firstResponderRequests; }
+    void saveAndOpen() override { ++savesAndOpens; }
+    bool globalHotKey(const ClipKeyEvent& event) override
+    {
+        const bool isHotKey = event.key == globalKey.first &&
+                              significantModifiers(event.modifiers) == globalKey.second;
+        if (isHotKey)
+            ++hotKeysRun;
+        return isHotKey;
+    }
 
 private:
     CaptureState& m_state;

@@ -8,7 +8,11 @@
 #include "settings/Keys.h"
 #include "settings/MemoryStore.h"
 
+#include <QCoreApplication>
+
 #include <gtest/gtest.h>
+
+#include <memory>
 
 using namespace app::hotkeys;
 using platform::KeyCombo;
@@ -241,4 +245,48 @@ TEST_F(HotKeyControllerTest, NoKeyIsTakenBackWhileAnEditorRecords)
     EXPECT_TRUE(center.registered.empty());
     controller->setRecording(false);
     EXPECT_TRUE(center.isRegistered(kRegion));
+}
+
+TEST_F(HotKeyControllerTest, AKeyTypedWhileKelvoHoldsTheKeyboardRunsItsHotKeyFromTheEventLoop)
+{
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    std::unique_ptr<QCoreApplication> app;
+    if (QCoreApplication::instance() == nullptr)
+        app = std::make_unique<QCoreApplication>(argc, argv);
+
+    center.heldElsewhere = {kAltS};
+    controller->registerAllHotKey();
+    int windowShots = 0;
+    int pins = 0;
+    controller->setAction(HotKeyAction::ScreenshotWindowUnderCursor, [&] { ++windowShots; });
+    controller->setAction(HotKeyAction::MapFromPaste, [&] { ++pins; });
+
+    const KeyCombo altZ{Qt::Key_Z, Qt::AltModifier};
+    EXPECT_TRUE(controller->hotKeyTypedWhileKeyboardIsHeld(altZ));
+    // Not inside the holder's key handling: the action may end its window.
+    EXPECT_EQ(windowShots, 0);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(windowShots, 1);
+
+    // Other modifiers, or none, are other keys; a key another program holds
+    // is no hot key of Kelvo's.
+    EXPECT_FALSE(controller->hotKeyTypedWhileKeyboardIsHeld({Qt::Key_Z, Qt::NoModifier}));
+    EXPECT_FALSE(controller->hotKeyTypedWhileKeyboardIsHeld(
+        {Qt::Key_Z, Qt::AltModifier | Qt::ShiftModifier}));
+    EXPECT_FALSE(controller->hotKeyTypedWhileKeyboardIsHeld(kAltS));
+    // An editor recording a new short cut takes every key itself.
+    controller->setRecording(true);
+    EXPECT_FALSE(controller->hotKeyTypedWhileKeyboardIsHeld(altZ));
+    controller->setRecording(false);
+    // A changed key counts from the change on.
+    const KeyCombo ctrlZ{Qt::Key_Z, Qt::ControlModifier};
+    controller->shortcutRecorderDidEndRecording(
+        QStringLiteral("screenshotWindowUnderCursorRecorder"), ctrlZ);
+    EXPECT_FALSE(controller->hotKeyTypedWhileKeyboardIsHeld(altZ));
+    EXPECT_TRUE(controller->hotKeyTypedWhileKeyboardIsHeld(ctrlZ));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(windowShots, 2);
+    EXPECT_EQ(pins, 0);
 }

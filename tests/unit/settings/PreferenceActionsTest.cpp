@@ -103,3 +103,31 @@ TEST_F(SettingsActions, TypedReadsHaveTheirOwnFallbacks)
     EXPECT_DOUBLE_EQ(prefs.delayTimeOfPopupToolbar(), 0.5);
     EXPECT_TRUE(prefs.asksForSavePath());
 }
+
+TEST_F(SettingsActions, ExclusivePairsDefaultToBlurAndRectangleAndLetBlurAndEllipseWin)
+{
+    // Neither of a pair on: the blur and the rectangle.
+    makeExclusivePairsSane(defaults);
+    EXPECT_TRUE(defaults.boolForKey(keys::selectedGaussianBlured));
+    EXPECT_FALSE(defaults.boolForKey(keys::selectedMosaic));
+    EXPECT_TRUE(defaults.boolForKey(keys::squareOfHighlight));
+    EXPECT_FALSE(defaults.boolForKey(keys::ellipseOfHighlight));
+
+    // Both on: the blur and the ellipse stay, their partners go.
+    for (auto key : {keys::selectedGaussianBlured, keys::selectedMosaic, keys::squareOfHighlight,
+                     keys::ellipseOfHighlight})
+        defaults.setBool(key, true);
+    makeExclusivePairsSane(defaults);
+    EXPECT_TRUE(defaults.boolForKey(keys::selectedGaussianBlured));
+    EXPECT_FALSE(defaults.boolForKey(keys::selectedMosaic));
+    EXPECT_TRUE(defaults.boolForKey(keys::ellipseOfHighlight));
+    EXPECT_FALSE(defaults.boolForKey(keys::squareOfHighlight));
+
+    // One on is left alone, whichever it is.
+    defaults.setBool(keys::selectedGaussianBlured, false);
+    defaults.setBool(keys::selectedMosaic, true);
+    makeExclusivePairsSane(defaults);
+    EXPECT_TRUE(defaults.boolForKey(keys::selectedMosaic));
+    EXPECT_FALSE(defaults.boolForKey(keys::selectedGaussianBlured));
+    EXPECT_TRUE(defaults.boolForKey(keys::ellipseOfHighlight));
+}
