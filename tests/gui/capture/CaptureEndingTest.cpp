@@ -89,7 +89,7 @@ TEST_F(CaptureEnding, AnEndingInsideAMessageHandlerRetiresTheControllersUntilItR
         EXPECT_FALSE(view.isNull());
         EXPECT_TRUE(view->isHidden());
     });
-    bus.send(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    bus.send(core::Message::CancelScreenShot);
     QObject::disconnect(connection);
     EXPECT_TRUE(sawEnd);
     EXPECT_FALSE(manager.isWorking());
@@ -114,7 +114,7 @@ TEST_F(CaptureEnding, AnEventLoopSpunInsideTheEndingHandlerDoesNotFreeTheCapture
         aliveAfterInnerLoop = static_cast<int>(std::count_if(
             watched.begin(), watched.end(), [](const auto& c) { return !c.isNull(); }));
     });
-    bus.send(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    bus.send(core::Message::CancelScreenShot);
     QObject::disconnect(connection);
     EXPECT_EQ(aliveAfterInnerLoop, static_cast<int>(watched.size()));
     turnEventLoop();

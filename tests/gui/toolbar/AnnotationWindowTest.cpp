@@ -6,6 +6,7 @@
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/MemoryStore.h"
+#include "support/BusRecorder.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/ui/AnnotatedImageController.h"
@@ -28,13 +29,11 @@ struct Bench
     core::MessageBus bus;
     capture::CaptureState state;
     AnnotatedImageController controller{state, defaults, bus};
-    QStringList posted;
+    BusRecorder posted{bus};
     QWidget overlay;
 
     Bench()
     {
-        QObject::connect(&bus, &core::MessageBus::message,
-                         [this](const QString& name) { posted << name; });
         overlay.resize(1920, 1080);
         overlay.show();
     }
@@ -129,9 +128,9 @@ TEST(AnnotatedImageController, opensItsBarUnderTheSelectionAndClosesIt)
     EXPECT_TRUE(b.state.clipToolbarWindowOpened);
     EXPECT_TRUE(b.controller.barContains(b.overlay.mapToGlobal(bar->geometry().center())));
 
-    b.bus.send(QStringLiteral("hiddenButtonOfClipToolbarWindow"));
+    b.bus.send(core::Message::HiddenButtonOfClipToolbarWindow);
     EXPECT_FALSE(bar->isVisible());
-    b.bus.send(QStringLiteral("unhiddenButtonOfClipToolbarWindow"));
+    b.bus.send(core::Message::UnhiddenButtonOfClipToolbarWindow);
     EXPECT_TRUE(bar->isVisible());
 
     b.controller.closeWindow();
@@ -150,7 +149,7 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
     EXPECT_TRUE(b.state.startScreenShot);
     EXPECT_FALSE(b.controller.toolBar()->isVisible());
     b.settle();
-    EXPECT_EQ(b.posted, QStringList{"StartScreenShots"});
+    EXPECT_EQ(b.posted.names, QStringList{"StartScreenShots"});
 
     b.open();
     EXPECT_FALSE(b.state.saveButtonClick); // a new capture's window starts clean
@@ -168,17 +167,17 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
     b.settle();
     EXPECT_FALSE(b.state.mapImage);
 
-    b.posted.clear();
+    b.posted.names.clear();
     b.open();
     b.controller.toolBar()->button(QStringLiteral("cancel"))->click();
     b.settle();
-    EXPECT_EQ(b.posted, QStringList{"cancelScreenShot"});
+    EXPECT_EQ(b.posted.names, QStringList{"cancelScreenShot"});
 
     // The drawing tools are there but end nothing.
-    b.posted.clear();
+    b.posted.names.clear();
     b.controller.toolBar()->button(QStringLiteral("arrow"))->click();
     b.settle();
-    EXPECT_TRUE(b.posted.isEmpty());
+    EXPECT_TRUE(b.posted.names.isEmpty());
 }
 
 TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)
