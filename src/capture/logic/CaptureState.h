@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/logic/PickMode.h"
 #include "capture/logic/PointerRole.h"
 #include "capture/logic/WindowPicture.h"
 #include "core/Picture.h"
@@ -31,8 +32,7 @@ struct CaptureState
     // Multi-window pick: in window order and in click order.
     std::vector<PickedWindow> arrOfAllSelectedScreenshots;
     std::vector<PickedWindow> arrOfPreAllSelectedScreenshots;
-    // 0 not picking, 1 picking (Shift held), 2 picks fixed as the selection.
-    int stateOfMultiWindowScreenshots = 0;
+    PickMode stateOfMultiWindowScreenshots = PickMode::None;
 
     // The window under the mouse as the last hover pass or press saw it.
     std::uint32_t currentWindowID = 0;

@@ -309,7 +309,7 @@ void QNClipView::paintPicks(QPainter& painter)
         painter.drawImage(selection, m_picksPreview.pixels);
         return;
     }
-    if (state.stateOfMultiWindowScreenshots != 1 || picks.empty() ||
+    if (state.stateOfMultiWindowScreenshots != PickMode::Picking || picks.empty() ||
         picks.front().screen != m_screenIndex)
         return;
     // Every frozen window again, back to front, with a tint on each pick,
