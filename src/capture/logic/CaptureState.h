@@ -20,6 +20,8 @@ namespace capture {
 // one capture. It is one object owned by the capture context rather than
 // loose globals, but the fields keep their established names so that every
 // rule reads the same everywhere. Main thread only: there are no locks.
+// Whether the selection is a window (onlyClipCurrentWindow) is not here:
+// each screen's state machine keeps it, and the finish asks that machine.
 struct CaptureState
 {
     // Windows a hover may hit, front to back, with corrected bounds. Rebuilt
@@ -48,7 +50,6 @@ struct CaptureState
     // numbers, overlay-local.
     QRectF currentRectOfAnnotatedImageView;
 
-    bool onlyClipCurrentWindow = false;
     bool startScreenShot = false; // a finish was asked for: stop tracking
     bool screenShotIsFinished = false;
     bool copyToPaste = false;

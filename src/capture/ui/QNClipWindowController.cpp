@@ -118,7 +118,6 @@ void QNClipWindowController::clipScreen()
         !((m_state.annotatedOnMap || m_state.mapImage) && !m_state.saveButtonClick))
         m_delegate->clipWindowController(this);
     m_state.startScreenShot = false;
-    m_state.onlyClipCurrentWindow = m_clipView->machine().onlyClipCurrentWindow();
 
     const CompositionInput input = m_clipView->compositionInput();
     FinishedCapture result;
