@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/logic/FinishRequest.h"
 #include "capture/logic/PickMode.h"
 #include "capture/logic/PointerRole.h"
 #include "capture/logic/WindowPicture.h"
@@ -52,9 +53,8 @@ struct CaptureState
 
     bool startScreenShot = false; // a finish was asked for: stop tracking
     bool screenShotIsFinished = false;
-    bool copyToPaste = false;
-    bool mapImage = false; // the finish becomes a pin
-    bool saveButtonClick = false;
+    // Where the finish goes, as the annotation window's buttons asked.
+    FinishRequest finish;
     bool annotatedOnMap = false; // marking up an existing pin
     bool annotatedOnMapFromRightMouse = false;
     bool clipToolbarWindowOpened = false; // the annotation window is open

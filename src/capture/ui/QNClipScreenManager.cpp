@@ -47,7 +47,8 @@ QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
     , m_shortcutOfButton(std::move(services.shortcutOfButton))
     , m_ownClock(services.clock != nullptr ? nullptr : std::make_unique<core::SystemClock>())
     , m_clock(services.clock != nullptr ? *services.clock : *m_ownClock)
-    , m_annotation(std::make_unique<toolbar::AnnotatedImageController>(m_state, m_defaults, m_bus))
+    , m_annotation(
+          std::make_unique<toolbar::AnnotatedImageController>(m_state, m_defaults, m_bus, m_clock))
     , m_session(*this, m_pointer, m_clock)
 {
     connect(&m_bus, &core::MessageBus::cancelScreenShot, this,
@@ -116,9 +117,7 @@ void QNClipScreenManager::startCapture()
         return;
     }
     m_isWorking = true;
-    m_state.copyToPaste = false;
-    m_state.mapImage = false;
-    m_state.saveButtonClick = false;
+    m_state.finish.clear();
     m_state.startScreenShot = false;
     const auto started = m_clock.now();
     const auto elapsedMs = [this, started] {

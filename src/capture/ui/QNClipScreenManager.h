@@ -39,14 +39,6 @@ namespace capture {
 
 class QNClipWindowController;
 
-// Where the picture of a finished capture goes.
-enum class FinishDestination
-{
-    Clipboard, // the copy button or its key
-    File,      // the save button: the save folder, or the save panel
-    Pin,       // the pin button: a new pin of the picture
-};
-
 // The picture a capture ended with, composed from the frozen screen or
 // windows, in the pixels of the screen it was taken on.
 struct FinishedCapture

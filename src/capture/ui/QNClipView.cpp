@@ -277,7 +277,7 @@ CompositionInput QNClipView::compositionInput() const
                : 0;
     in.shadowColour = core::shadowColourFrom(defaults.stringForKey(settings::keys::colorOfShadow));
     in.onlyClipCurrentWindow = m_machine->onlyClipCurrentWindow();
-    in.mapImage = state.mapImage;
+    in.mapImage = state.finish.isPin();
     in.fillet = defaults.boolForKey(settings::keys::needFilletOfnotSingleWindow);
     in.picks = state.arrOfAllSelectedScreenshots;
     in.fullImage = m_fullImage;

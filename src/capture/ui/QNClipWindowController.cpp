@@ -115,7 +115,7 @@ void QNClipWindowController::clipScreen()
     // The shutter sounds at once, not after the composition; a pin is
     // silent unless it came from the save button.
     if (m_defaults.boolForKey(settings::keys::playSoundWhenScreenShots) &&
-        !((m_state.annotatedOnMap || m_state.mapImage) && !m_state.saveButtonClick))
+        m_state.finish.shutterSounds(m_state.annotatedOnMap))
         m_delegate->clipWindowController(this);
     m_state.startScreenShot = false;
 
@@ -123,9 +123,7 @@ void QNClipWindowController::clipScreen()
     FinishedCapture result;
     result.picture = composeCapture(input);
     result.screen = m_screenIndex;
-    result.destination = m_state.mapImage      ? FinishDestination::Pin
-                         : m_state.copyToPaste ? FinishDestination::Clipboard
-                                               : FinishDestination::File;
+    result.destination = m_state.finish.destination();
     const QRectF selection = m_state.currentRectOfAnnotatedImageView.adjusted(6, 6, -6, -6);
     result.rect = layout.overlayLocalToTopLeft(m_screenIndex, selection);
     if (result.picture.isNull())

@@ -16,8 +16,9 @@ namespace capture {
 struct CaptureState;
 }
 namespace core {
+class Clock;
 class MessageBus;
-}
+} // namespace core
 namespace settings {
 class Defaults;
 }
@@ -36,8 +37,9 @@ class AnnotatedImageController final : public QObject, public overlay::Annotatio
 {
     Q_OBJECT
 public:
+    // `clock` times the pin's finish after the window closes.
     AnnotatedImageController(capture::CaptureState& state, settings::Defaults& defaults,
-                             core::MessageBus& bus, QObject* parent = nullptr);
+                             core::MessageBus& bus, core::Clock& clock, QObject* parent = nullptr);
     ~AnnotatedImageController() override;
 
     // Opens over `overlay` (the top-level of the selection's screen);
@@ -102,6 +104,7 @@ private:
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
     core::MessageBus& m_bus;
+    core::Clock& m_clock;
     DataOfUsers m_dataOfUsers;
     QPointer<ClipToolBar> m_bar; // lives in the overlay while open
     std::function<QRectF()> m_selection;

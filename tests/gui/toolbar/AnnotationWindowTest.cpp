@@ -7,12 +7,12 @@
 #include "settings/Defaults.h"
 #include "settings/MemoryStore.h"
 #include "support/BusRecorder.h"
+#include "support/SteppedClock.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QToolButton>
 #include <QWidget>
 
@@ -28,7 +28,8 @@ struct Bench
     settings::Defaults defaults{store};
     core::MessageBus bus;
     capture::CaptureState state;
-    AnnotatedImageController controller{state, defaults, bus};
+    SteppedClock clock;
+    AnnotatedImageController controller{state, defaults, bus, clock};
     BusRecorder posted{bus};
     QWidget overlay;
 
@@ -42,13 +43,7 @@ struct Bench
         controller.openWindow(&overlay, [selection] { return selection; });
     }
     // Posted messages arrive on the next turn of the loop.
-    void settle()
-    {
-        QElapsedTimer t;
-        t.start();
-        while (t.elapsed() < 150)
-            QCoreApplication::processEvents();
-    }
+    static void settle() { QCoreApplication::processEvents(); }
 };
 
 } // namespace
@@ -144,28 +139,31 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
     Bench b;
     b.open();
     b.controller.toolBar()->button(QStringLiteral("save"))->click();
-    EXPECT_TRUE(b.state.saveButtonClick);
-    EXPECT_FALSE(b.state.copyToPaste);
+    EXPECT_EQ(b.state.finish.asked(), capture::FinishDestination::File);
     EXPECT_TRUE(b.state.startScreenShot);
     EXPECT_FALSE(b.controller.toolBar()->isVisible());
     b.settle();
     EXPECT_EQ(b.posted.names, QStringList{"StartScreenShots"});
 
     b.open();
-    EXPECT_FALSE(b.state.saveButtonClick); // a new capture's window starts clean
+    EXPECT_EQ(b.state.finish.asked(), std::nullopt); // a new capture's window starts clean
     b.controller.toolBar()->button(QStringLiteral("copyToPaste"))->click();
-    EXPECT_TRUE(b.state.copyToPaste);
+    EXPECT_EQ(b.state.finish.asked(), capture::FinishDestination::Clipboard);
 
     b.open();
     b.controller.toolBar()->button(QStringLiteral("map"))->click();
-    EXPECT_TRUE(b.state.mapImage);
-    EXPECT_FALSE(b.state.saveButtonClick); // a pin, not a save
+    EXPECT_EQ(b.state.finish.asked(), capture::FinishDestination::Pin);
+    EXPECT_FALSE(b.state.finish.shutterSounds(false)); // a pin, not a save
 
-    // The pin flag outlives the close for the finish, then goes.
+    // The pin outlives the close for the finish, for a tenth of a second.
     b.controller.closeWindow();
-    EXPECT_TRUE(b.state.mapImage);
+    b.clock.advance(std::chrono::milliseconds(99));
+    EXPECT_TRUE(b.state.finish.isPin());
+    b.clock.advance(std::chrono::milliseconds(1));
+    EXPECT_FALSE(b.state.finish.isPin());
     b.settle();
-    EXPECT_FALSE(b.state.mapImage);
+    EXPECT_EQ(b.posted.names,
+              (QStringList{"StartScreenShots", "StartScreenShots", "StartScreenShots"}));
 
     b.posted.names.clear();
     b.open();
