@@ -3,7 +3,7 @@
 
 #include "app/output/ImageDecoration.h"
 #include "app/output/ScreenPicture.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/logic/WindowUnderMouse.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "platform/PointerControl.h"
@@ -56,7 +56,7 @@ void ActionPictures::saveFullImageToFile()
         m_services.report(QStringLiteral("no screen to take a picture of"));
         return;
     }
-    const int index = m_services.state->screenOfScreenShot;
+    const int index = m_services.context->capture().screenOfScreenShot;
     const core::ScreenInfo& screen =
         layout.screen(index >= 0 && index < layout.count() ? index : 0);
     QString error;
@@ -83,7 +83,7 @@ void ActionPictures::saveWindowUnderCursor(int shadowSize)
     const core::ScreenLayout layout = windows.screens();
     const capture::WindowUnderMouseChoice choice = capture::chooseWindowUnderMouse(
         windows.windowList(), m_services.pointer->position(), layout);
-    const double scale = scaleOfScreen(m_services.state->screenOfScreenShot);
+    const double scale = scaleOfScreen(m_services.context->capture().screenOfScreenShot);
     QImage image;
     switch (choice.kind) {
     case capture::WindowUnderMouseChoice::Kind::Window:
@@ -110,7 +110,7 @@ void ActionPictures::saveWindowUnderCursor(int shadowSize)
 core::Picture ActionPictures::pictureOfPreviousArea(const QRectF& rect, double cornerRadius,
                                                     int shadowSize)
 {
-    const double scale = scaleOfScreen(m_services.state->screenOfScreenShot);
+    const double scale = scaleOfScreen(m_services.context->capture().screenOfScreenShot);
     const QImage image = m_services.windows->pictureOfRect(rect).copy();
     if (image.isNull())
         return {};
@@ -138,7 +138,7 @@ core::Picture ActionPictures::pictureOfStoredArea(
                                 "centre lies on no screen now)");
         return {};
     }
-    m_services.state->screenOfScreenShot = area->screen;
+    m_services.context->capture().screenOfScreenShot = area->screen;
     const core::Picture picture =
         pictureOfPreviousArea(area->rect, area->cornerRadius, area->shadowSize);
     if (picture.isNull())

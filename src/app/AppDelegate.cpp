@@ -55,11 +55,11 @@ AppDelegate::AppDelegate(Services services, QObject* parent)
     , m_defaults(std::make_unique<settings::Defaults>(*m_services.store))
     , m_clipManager(
           std::make_unique<capture::QNClipScreenManager>(capture::QNClipScreenManager::Services{
-              m_captureState, *m_services.windowServer, *m_services.pointer, *m_services.sound,
+              m_context, *m_services.windowServer, *m_services.pointer, *m_services.sound,
               m_messages, *m_defaults, m_readoutState, [this] { return m_shortcutOfButton; }}))
     , m_captureActions(std::make_unique<hotkeys::CaptureActions>(
-          *m_defaults, m_captureState, *m_services.windowServer, *m_services.pointer,
-          *m_services.sound, *m_services.speaker))
+          *m_defaults, m_context, *m_services.windowServer, *m_services.pointer, *m_services.sound,
+          *m_services.speaker))
 {
     if (!m_services.clock)
         m_services.clock = std::make_unique<core::SystemClock>();
@@ -88,7 +88,7 @@ void AppDelegate::connectImageOutput()
     pictures.windows = m_services.windowServer.get();
     pictures.pointer = m_services.pointer.get();
     pictures.defaults = m_defaults.get();
-    pictures.state = &m_captureState;
+    pictures.context = &m_context;
     pictures.output = m_output.get();
     pictures.captureRunning = [this] { return m_clipManager->isWorking(); };
     pictures.beep = [] { QApplication::beep(); };
@@ -184,9 +184,10 @@ bool AppDelegate::registerOnBus()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    m_captureState.arrOfAllSelectedScreenshots.clear();
-    m_captureState.arrOfPreAllSelectedScreenshots.clear();
-    m_captureState.imageAllWindowArray.clear();
+    capture::CaptureState& state = m_context.capture();
+    state.arrOfAllSelectedScreenshots.clear();
+    state.arrOfPreAllSelectedScreenshots.clear();
+    state.imageAllWindowArray.clear();
 
     m_statusItem = new StatusItem(this);
     connect(m_statusItem, &StatusItem::screenShotRequested, this,

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/CaptureRequest.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "colour/logic/ColorReadoutState.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
@@ -135,7 +135,8 @@ private:
     Services m_services;
     std::unique_ptr<settings::Defaults> m_defaults;
     core::MessageBus m_messages;
-    capture::CaptureState m_captureState;
+    // What the objects of a capture share, from one capture to the next.
+    capture::CaptureContext m_context;
     // What the magnifier read last; it carries over from one capture to the next.
     colour::ColorReadoutState m_readoutState;
     std::unique_ptr<capture::QNClipScreenManager> m_clipManager;

@@ -14,13 +14,13 @@
 
 namespace capture {
 
-QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
-                                               const settings::Defaults& defaults,
-                                               core::ScreenLayout layout)
+QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate,
+                                               const QNClipViewServices& services)
     : m_delegate(delegate)
-    , m_state(state)
-    , m_defaults(defaults)
-    , m_layout(std::move(layout))
+    , m_services(services)
+    , m_state(m_services.context.capture())
+    , m_defaults(m_services.defaults)
+    , m_layout(m_services.layout)
 {}
 
 QNClipWindowController::~QNClipWindowController()
@@ -35,7 +35,7 @@ void QNClipWindowController::startCaptureWithScreen(int screenIndex, QNClipWindo
 {
     m_screenIndex = screenIndex;
     m_window = window;
-    m_clipView = new QNClipView(m_window, *m_delegate, screenIndex);
+    m_clipView = new QNClipView(m_window, m_services, screenIndex);
     m_clipView->haveSetClearColor = false;
     m_clipView->CaptureFullScreen();
     m_clipView->showClipViewWithFrame(QRectF(QPointF(0, 0), frame.size()), false, false);

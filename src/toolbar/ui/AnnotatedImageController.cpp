@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/ui/AnnotatedImageController.h"
 
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
@@ -18,12 +18,12 @@ namespace toolbar {
 
 namespace keys = settings::keys;
 
-AnnotatedImageController::AnnotatedImageController(capture::CaptureState& state,
+AnnotatedImageController::AnnotatedImageController(capture::CaptureContext& context,
                                                    settings::Defaults& defaults,
                                                    core::MessageBus& bus, core::Clock& clock,
                                                    QObject* parent)
     : QObject(parent)
-    , m_state(state)
+    , m_state(context.capture())
     , m_defaults(defaults)
     , m_bus(bus)
     , m_clock(clock)

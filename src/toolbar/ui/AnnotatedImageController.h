@@ -13,8 +13,9 @@
 #include <functional>
 
 namespace capture {
+class CaptureContext;
 struct CaptureState;
-}
+} // namespace capture
 namespace core {
 class Clock;
 class MessageBus;
@@ -38,7 +39,7 @@ class AnnotatedImageController final : public QObject, public overlay::Annotatio
     Q_OBJECT
 public:
     // `clock` times the pin's finish after the window closes.
-    AnnotatedImageController(capture::CaptureState& state, settings::Defaults& defaults,
+    AnnotatedImageController(capture::CaptureContext& context, settings::Defaults& defaults,
                              core::MessageBus& bus, core::Clock& clock, QObject* parent = nullptr);
     ~AnnotatedImageController() override;
 

@@ -2,7 +2,7 @@
 // A capture ended from inside one of its own handlers: what the handler is
 // still using outlives it, and nothing of the capture outlives the next
 // turn of the event loop.
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindowController.h"
@@ -55,7 +55,8 @@ protected:
             QCoreApplication::processEvents();
     }
 
-    CaptureState state;
+    CaptureContext context;
+    CaptureState& state = context.capture();
     platform::null::FakeWindowServer windows;
     platform::null::FixedPointer pointer;
     platform::null::CountingSoundPlayer sound;
@@ -64,7 +65,7 @@ protected:
     settings::Defaults defaults{store};
     colour::ColorReadoutState readout;
     QNClipScreenManager manager{
-        {state, windows, pointer, sound, bus, defaults, readout, [] { return QVariantMap(); }}};
+        {context, windows, pointer, sound, bus, defaults, readout, [] { return QVariantMap(); }}};
 };
 
 } // namespace

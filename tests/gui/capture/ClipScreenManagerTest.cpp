@@ -2,7 +2,7 @@
 // The region capture's timers run on the clock it is given: the right
 // button's short delay, the release of an ended capture's objects, and the
 // quiet minute after which the overlay windows are given back.
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipWindow.h"
 #include "capture/ui/QNClipWindowController.h"
@@ -102,7 +102,8 @@ protected:
     }
 
     ManualClock clock;
-    CaptureState state;
+    CaptureContext context;
+    CaptureState& state = context.capture();
     platform::null::FakeWindowServer windows;
     platform::null::FixedPointer pointer;
     platform::null::CountingSoundPlayer sound;
@@ -110,7 +111,7 @@ protected:
     settings::MemoryStore store;
     settings::Defaults defaults{store};
     colour::ColorReadoutState readout;
-    QNClipScreenManager manager{{state, windows, pointer, sound, bus, defaults, readout,
+    QNClipScreenManager manager{{context, windows, pointer, sound, bus, defaults, readout,
                                  [] { return QVariantMap(); }, &clock}};
 };
 

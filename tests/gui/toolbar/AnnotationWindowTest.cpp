@@ -2,7 +2,7 @@
 // The annotation window: the tools' remembered settings, where the tool bar
 // goes, what its finishing buttons set and post, and the preferences it
 // keeps in step.
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/MemoryStore.h"
@@ -27,9 +27,10 @@ struct Bench
     settings::MemoryStore store;
     settings::Defaults defaults{store};
     core::MessageBus bus;
-    capture::CaptureState state;
+    capture::CaptureContext context;
+    capture::CaptureState& state = context.capture();
     SteppedClock clock;
-    AnnotatedImageController controller{state, defaults, bus, clock};
+    AnnotatedImageController controller{context, defaults, bus, clock};
     BusRecorder posted{bus};
     QWidget overlay;
 
