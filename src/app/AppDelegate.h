@@ -72,8 +72,8 @@ public:
         // Result notices, and the file manager a click on one opens.
         std::unique_ptr<platform::DesktopNotifier> notifier;
         std::unique_ptr<platform::FileManager> files;
-        // Time for the requests' delays and the notices'; the system's
-        // timers when unset.
+        // Time for the capture's, the requests' and the notices' delays;
+        // the system's timers when unset.
         std::unique_ptr<core::Clock> clock;
         // What went wrong with the preferences before the delegate existed
         // (a file set aside); told with the start's own findings.
