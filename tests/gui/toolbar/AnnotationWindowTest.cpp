@@ -144,7 +144,7 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
     EXPECT_TRUE(b.state.startScreenShot);
     EXPECT_FALSE(b.controller.toolBar()->isVisible());
     b.settle();
-    EXPECT_EQ(b.posted.names, QStringList{"StartScreenShots"});
+    EXPECT_EQ(b.posted.names, QStringList{QStringLiteral("StartScreenShots")});
 
     b.open();
     EXPECT_EQ(b.state.finish.asked(), std::nullopt); // a new capture's window starts clean
@@ -163,14 +163,13 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
     b.clock.advance(std::chrono::milliseconds(1));
     EXPECT_FALSE(b.state.finish.isPin());
     b.settle();
-    EXPECT_EQ(b.posted.names,
-              (QStringList{"StartScreenShots", "StartScreenShots", "StartScreenShots"}));
+    EXPECT_EQ(b.posted.names, QStringList(3, QStringLiteral("StartScreenShots")));
 
     b.posted.names.clear();
     b.open();
     b.controller.toolBar()->button(QStringLiteral("cancel"))->click();
     b.settle();
-    EXPECT_EQ(b.posted.names, QStringList{"cancelScreenShot"});
+    EXPECT_EQ(b.posted.names, QStringList{QStringLiteral("cancelScreenShot")});
 
     // The drawing tools are there but end nothing.
     b.posted.names.clear();
