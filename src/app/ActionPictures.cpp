@@ -3,7 +3,7 @@
 
 #include "app/output/ImageDecoration.h"
 #include "app/output/ScreenPicture.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/logic/WindowUnderMouse.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "platform/PointerControl.h"
@@ -56,7 +56,7 @@ void ActionPictures::saveFullImageToFile()
         m_services.report(QStringLiteral("no screen to take a picture of"));
         return;
     }
-    const int index = m_services.state->screenOfScreenShot;
+    const int index = m_services.context->capture().screenOfScreenShot;
     const core::ScreenInfo& screen =
         layout.screen(index >= 0 && index < layout.count() ? index : 0);
     QString error;
@@ -78,9 +78,9 @@ void ActionPictures::saveWindowUnderCursor(int shadowSize)
     // from the list the capture froze, and pictured from its frozen state.
     const bool captureRunning = m_services.captureRunning();
     const capture::WindowUnderMouseChoice choice = capture::chooseWindowUnderMouse(
-        captureRunning ? m_services.state->arrayRect : windows.windowList(),
+        captureRunning ? m_services.context->capture().arrayRect : windows.windowList(),
         m_services.pointer->position(), layout);
-    const double scale = scaleOfScreen(m_services.state->screenOfScreenShot);
+    const double scale = scaleOfScreen(m_services.context->capture().screenOfScreenShot);
     QImage image;
     switch (choice.kind) {
     case capture::WindowUnderMouseChoice::Kind::Window:
@@ -109,7 +109,7 @@ void ActionPictures::saveWindowUnderCursor(int shadowSize)
 core::Picture ActionPictures::pictureOfPreviousArea(const QRectF& rect, double cornerRadius,
                                                     int shadowSize)
 {
-    const double scale = scaleOfScreen(m_services.state->screenOfScreenShot);
+    const double scale = scaleOfScreen(m_services.context->capture().screenOfScreenShot);
     const QImage image = m_services.windows->pictureOfRect(rect).copy();
     if (image.isNull())
         return {};
@@ -137,7 +137,7 @@ core::Picture ActionPictures::pictureOfStoredArea(
                                 "centre lies on no screen now)");
         return {};
     }
-    m_services.state->screenOfScreenShot = area->screen;
+    m_services.context->capture().screenOfScreenShot = area->screen;
     const core::Picture picture =
         pictureOfPreviousArea(area->rect, area->cornerRadius, area->shadowSize);
     if (picture.isNull())

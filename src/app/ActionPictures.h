@@ -21,7 +21,7 @@ class PointerControl;
 class WindowServer;
 } // namespace platform
 namespace capture {
-struct CaptureState;
+class CaptureContext;
 struct FinishedCapture;
 } // namespace capture
 
@@ -44,7 +44,7 @@ public:
         platform::PointerControl* pointer = nullptr;
         settings::Defaults* defaults = nullptr;
         // Which screen the actions picture (screenOfScreenShot).
-        capture::CaptureState* state = nullptr;
+        capture::CaptureContext* context = nullptr;
         output::ImageOutput* output = nullptr;
         // Whether the overlay is up: its windows cover every screen.
         std::function<bool()> captureRunning;

@@ -47,23 +47,29 @@ void report(const QString& line)
     QTextStream(stderr) << "kelvo: " << line << '\n' << Qt::flush;
 }
 
+// The system's timers where none were given, before anything takes them.
+AppDelegate::Services withClock(AppDelegate::Services services)
+{
+    if (!services.clock)
+        services.clock = std::make_unique<core::SystemClock>();
+    return services;
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(Services services, QObject* parent)
     : QObject(parent)
-    , m_services(std::move(services))
+    , m_services(withClock(std::move(services)))
     , m_defaults(std::make_unique<settings::Defaults>(*m_services.store))
-    , m_clipManager(std::make_unique<capture::QNClipScreenManager>(
-          capture::QNClipScreenManager::Services{m_captureState, *m_services.windowServer,
-                                                 *m_services.pointer, *m_services.sound, m_messages,
-                                                 *m_defaults, m_readoutState,
-                                                 [this] { return m_shortcutOfButton.table(); }}))
+    , m_clipManager(
+          std::make_unique<capture::QNClipScreenManager>(capture::QNClipScreenManager::Services{
+              m_context, *m_services.windowServer, *m_services.pointer, *m_services.sound,
+              m_messages, *m_defaults, m_readoutState,
+              [this] { return m_shortcutOfButton.table(); }, m_services.clock.get()}))
     , m_captureActions(std::make_unique<hotkeys::CaptureActions>(
-          *m_defaults, m_captureState, *m_services.windowServer, *m_services.pointer,
-          *m_services.sound, *m_services.speaker))
+          *m_defaults, m_context, *m_services.windowServer, *m_services.pointer, *m_services.sound,
+          *m_services.speaker))
 {
-    if (!m_services.clock)
-        m_services.clock = std::make_unique<core::SystemClock>();
     connectImageOutput();
     connectCaptureActions();
     connectRequests();
@@ -89,7 +95,7 @@ void AppDelegate::connectImageOutput()
     pictures.windows = m_services.windowServer.get();
     pictures.pointer = m_services.pointer.get();
     pictures.defaults = m_defaults.get();
-    pictures.state = &m_captureState;
+    pictures.context = &m_context;
     pictures.output = m_output.get();
     pictures.captureRunning = [this] { return m_clipManager->isWorking(); };
     pictures.beep = [] { QApplication::beep(); };
@@ -185,9 +191,10 @@ bool AppDelegate::registerOnBus()
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    m_captureState.arrOfAllSelectedScreenshots.clear();
-    m_captureState.arrOfPreAllSelectedScreenshots.clear();
-    m_captureState.imageAllWindowArray.clear();
+    capture::CaptureState& state = m_context.capture();
+    state.arrOfAllSelectedScreenshots.clear();
+    state.arrOfPreAllSelectedScreenshots.clear();
+    state.imageAllWindowArray.clear();
 
     m_statusItem = new StatusItem(this);
     connect(m_statusItem, &StatusItem::screenShotRequested, this,

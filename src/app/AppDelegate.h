@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/CaptureRequest.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "colour/logic/ColorReadoutState.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
@@ -73,8 +73,8 @@ public:
         // Result notices, and the file manager a click on one opens.
         std::unique_ptr<platform::DesktopNotifier> notifier;
         std::unique_ptr<platform::FileManager> files;
-        // Time for the requests' delays and the notices'; the system's
-        // timers when unset.
+        // Time for the capture's, the requests' and the notices' delays;
+        // the system's timers when unset.
         std::unique_ptr<core::Clock> clock;
         // What went wrong with the preferences before the delegate existed
         // (a file set aside); told with the start's own findings.
@@ -136,7 +136,8 @@ private:
     Services m_services;
     std::unique_ptr<settings::Defaults> m_defaults;
     core::MessageBus m_messages;
-    capture::CaptureState m_captureState;
+    // What the objects of a capture share, from one capture to the next.
+    capture::CaptureContext m_context;
     // What the magnifier read last; it carries over from one capture to the next.
     colour::ColorReadoutState m_readoutState;
     std::unique_ptr<capture::QNClipScreenManager> m_clipManager;

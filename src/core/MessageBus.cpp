@@ -71,19 +71,10 @@ const char* MessageBus::nameOf(Message message)
     return entryOf(message).name;
 }
 
-std::optional<Message> MessageBus::messageNamed(QStringView name)
-{
-    for (const Entry& entry : kEntries) {
-        if (name == QLatin1StringView(entry.name))
-            return entry.message;
-    }
-    return std::nullopt;
-}
-
 void MessageBus::deliver(Message message)
 {
     const Entry& entry = entryOf(message);
-    Q_EMIT this->message(QString::fromLatin1(entry.name));
+    qCDebug(lcMessages) << entry.name;
     Q_EMIT(this->*entry.signal)();
 }
 
@@ -102,28 +93,6 @@ void MessageBus::post(Message message)
 void MessageBus::send(Message message)
 {
     deliver(message);
-}
-
-bool MessageBus::post(const QString& name)
-{
-    const std::optional<Message> known = messageNamed(name);
-    if (!known) {
-        qCWarning(lcMessages) << "no such message:" << name;
-        return false;
-    }
-    post(*known);
-    return true;
-}
-
-bool MessageBus::send(const QString& name)
-{
-    const std::optional<Message> known = messageNamed(name);
-    if (!known) {
-        qCWarning(lcMessages) << "no such message:" << name;
-        return false;
-    }
-    send(*known);
-    return true;
 }
 
 } // namespace core

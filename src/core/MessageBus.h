@@ -2,10 +2,6 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
-#include <QStringView>
-
-#include <optional>
 
 namespace core {
 
@@ -32,8 +28,8 @@ enum class Message
 // One signal per message. A posted message is queued and delivered in order
 // on the main thread, so a handler never runs inside the event handler that
 // posted it; send() delivers at once where a caller needs the effect before
-// it goes on. The names are the system's own, for wherever a message
-// travels as a string (the clip host, logs, tests).
+// it goes on. The names are the system's own, for the log
+// (QT_LOGGING_RULES="kelvo.messages.debug=true" prints each delivery).
 class MessageBus : public QObject
 {
     Q_OBJECT
@@ -59,17 +55,11 @@ public:
     static constexpr const char* SelectedChanged = "selectedChanged";
 
     [[nodiscard]] static const char* nameOf(Message message);
-    // The message of a name; nullopt for a name the bus does not carry.
-    [[nodiscard]] static std::optional<Message> messageNamed(QStringView name);
 
     void post(Message message);
     // Messages posted and not yet delivered.
     [[nodiscard]] bool hasPending() const { return m_pending > 0; }
     void send(Message message);
-    // By name; a name the bus does not carry is reported and dropped
-    // (false).
-    bool post(const QString& name);
-    bool send(const QString& name);
 
 Q_SIGNALS:
     void startScreenShots();
@@ -87,10 +77,6 @@ Q_SIGNALS:
     void rightMouseClick();
     void didDeliverNotification();
     void selectedChanged();
-
-    // Every message by name, just before its own signal: for observers
-    // (logs, tests), not for acting on.
-    void message(const QString& name);
 
 private:
     void deliver(Message message);

@@ -3,7 +3,7 @@
 
 #include "app/hotkeys/PasteboardPictures.h"
 #include "app/hotkeys/RectString.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "core/Localized.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/PointerControl.h"
@@ -70,13 +70,13 @@ RecordStart decideRecordStart(bool recorderWorking, bool screenRecordingEnabled,
     return RecordStart::Start;
 }
 
-CaptureActions::CaptureActions(settings::Defaults& defaults, capture::CaptureState& state,
+CaptureActions::CaptureActions(settings::Defaults& defaults, capture::CaptureContext& context,
                                platform::WindowServer& windowServer,
                                platform::PointerControl& pointer, platform::SoundPlayer& sound,
                                platform::Speaker& speaker, QObject* parent)
     : QObject(parent)
     , m_defaults(defaults)
-    , m_state(state)
+    , m_state(context.capture())
     , m_windowServer(windowServer)
     , m_pointer(pointer)
     , m_sound(sound)

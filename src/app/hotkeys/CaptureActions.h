@@ -15,8 +15,9 @@ namespace settings {
 class Defaults;
 }
 namespace capture {
+class CaptureContext;
 struct CaptureState;
-}
+} // namespace capture
 namespace platform {
 class DesktopNotifier;
 class PointerControl;
@@ -77,7 +78,7 @@ public:
     // button chosen. Replaceable so that tests need no dialog.
     using Alert = std::function<int(const QString& text, const QStringList& buttons)>;
 
-    CaptureActions(settings::Defaults& defaults, capture::CaptureState& state,
+    CaptureActions(settings::Defaults& defaults, capture::CaptureContext& context,
                    platform::WindowServer& windowServer, platform::PointerControl& pointer,
                    platform::SoundPlayer& sound, platform::Speaker& speaker,
                    QObject* parent = nullptr);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/logic/FinishRequest.h"
+#include "capture/logic/PickMode.h"
 #include "capture/logic/PointerRole.h"
 #include "capture/logic/WindowPicture.h"
 #include "core/Picture.h"
@@ -19,6 +21,8 @@ namespace capture {
 // one capture. It is one object owned by the capture context rather than
 // loose globals, but the fields keep their established names so that every
 // rule reads the same everywhere. Main thread only: there are no locks.
+// Whether the selection is a window (onlyClipCurrentWindow) is not here:
+// each screen's state machine keeps it, and the finish asks that machine.
 struct CaptureState
 {
     // Windows a hover may hit, front to back, with corrected bounds. Rebuilt
@@ -31,8 +35,7 @@ struct CaptureState
     // Multi-window pick: in window order and in click order.
     std::vector<PickedWindow> arrOfAllSelectedScreenshots;
     std::vector<PickedWindow> arrOfPreAllSelectedScreenshots;
-    // 0 not picking, 1 picking (Shift held), 2 picks fixed as the selection.
-    int stateOfMultiWindowScreenshots = 0;
+    PickMode stateOfMultiWindowScreenshots = PickMode::None;
 
     // The window under the mouse as the last hover pass or press saw it.
     std::uint32_t currentWindowID = 0;
@@ -48,12 +51,10 @@ struct CaptureState
     // numbers, overlay-local.
     QRectF currentRectOfAnnotatedImageView;
 
-    bool onlyClipCurrentWindow = false;
     bool startScreenShot = false; // a finish was asked for: stop tracking
     bool screenShotIsFinished = false;
-    bool copyToPaste = false;
-    bool mapImage = false; // the finish becomes a pin
-    bool saveButtonClick = false;
+    // Where the finish goes, as the annotation window's buttons asked.
+    FinishRequest finish;
     bool doubleClickModifierkey = false; // the save came from the modifier's double tap: open it
     bool annotatedOnMap = false;         // marking up an existing pin
     bool annotatedOnMapFromRightMouse = false;

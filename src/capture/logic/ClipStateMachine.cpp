@@ -47,7 +47,7 @@ ClipStateMachine::ClipStateMachine(CaptureState& state, ClipViewHost& host,
     , m_layout(std::move(layout))
     , m_screen(screen)
 {
-    m_state.stateOfMultiWindowScreenshots = 0;
+    m_state.stateOfMultiWindowScreenshots = PickMode::None;
 }
 
 QSizeF ClipStateMachine::windowSize() const
@@ -155,7 +155,7 @@ void ClipStateMachine::setFrameForContentView(const QRectF& rect, QPointF mouse,
 
 void ClipStateMachine::showBoxes()
 {
-    if (m_state.stateOfMultiWindowScreenshots == 0)
+    if (m_state.stateOfMultiWindowScreenshots == PickMode::None)
         m_look.backgroundBoxTransparent = false;
     m_look.selectedBoxTransparent = false;
     m_selection.surroundSelection();
@@ -168,11 +168,12 @@ void ClipStateMachine::mousedown(const ClipMouseEvent& event)
     m_look.tipViewShown = false;
     AnnotationInput& markup = m_host.markup();
 
-    if (event.modifiers.testFlag(Qt::ShiftModifier) && m_state.stateOfMultiWindowScreenshots == 0 &&
-        m_onlyClipCurrentWindow && !m_state.clipToolbarWindowOpened)
+    if (event.modifiers.testFlag(Qt::ShiftModifier) &&
+        m_state.stateOfMultiWindowScreenshots == PickMode::None && m_onlyClipCurrentWindow &&
+        !m_state.clipToolbarWindowOpened)
         m_host.enterMultiWindowPick(event);
     // While picking, the press only keeps the overlay waiting; the release picks.
-    if (m_state.stateOfMultiWindowScreenshots == 1) {
+    if (m_state.stateOfMultiWindowScreenshots == PickMode::Picking) {
         m_clipState = ClipState::Waiting;
         return;
     }
@@ -271,7 +272,7 @@ void ClipStateMachine::chooseDragMode(QPointF point, bool scrolling, const CropB
 
 void ClipStateMachine::mousedragged(const ClipMouseEvent& event)
 {
-    if (m_state.stateOfMultiWindowScreenshots == 1 || eventsHeldElsewhere())
+    if (m_state.stateOfMultiWindowScreenshots == PickMode::Picking || eventsHeldElsewhere())
         return;
     ++m_state.mouseDraggedTimes;
 
@@ -366,7 +367,8 @@ void ClipStateMachine::hideToolbarForChange()
 
 void ClipStateMachine::mouseup(const ClipMouseEvent& event)
 {
-    if (m_state.stateOfMultiWindowScreenshots == 1 && !m_host.recorder().isRecordingOverlay()) {
+    if (m_state.stateOfMultiWindowScreenshots == PickMode::Picking &&
+        !m_host.recorder().isRecordingOverlay()) {
         m_host.toggleMultiWindowPick(event);
         return;
     }
@@ -512,7 +514,7 @@ void ClipStateMachine::writePreRect(const QRectF& frame)
 
 void ClipStateMachine::startPicking()
 {
-    m_state.stateOfMultiWindowScreenshots = 1;
+    m_state.stateOfMultiWindowScreenshots = PickMode::Picking;
     m_look.magnifierShown = false;
     m_look.cursorImageShown = false;
     m_look.backgroundBoxTransparent = true;
@@ -522,7 +524,7 @@ void ClipStateMachine::startPicking()
 
 void ClipStateMachine::flagsChanged(bool shiftDown)
 {
-    if (shiftDown || m_state.stateOfMultiWindowScreenshots != 1 ||
+    if (shiftDown || m_state.stateOfMultiWindowScreenshots != PickMode::Picking ||
         m_host.recorder().isRecordingOverlay())
         return;
     if (m_state.arrOfAllSelectedScreenshots.empty()) {
@@ -531,7 +533,7 @@ void ClipStateMachine::flagsChanged(bool shiftDown)
     }
     m_state.arrOfPreAllSelectedScreenshots.clear();
     m_state.imageAllWindowArray.clear();
-    m_state.stateOfMultiWindowScreenshots = 2;
+    m_state.stateOfMultiWindowScreenshots = PickMode::Fixed;
     m_multiWindowScreenshots = true;
     m_dragMode = DragMode::None;
 

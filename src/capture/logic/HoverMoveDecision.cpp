@@ -24,7 +24,7 @@ HoverMoveSteps hoverMoveSteps(const HoverMoveInput& in)
     steps.runHover = true;
     steps.blankCursor = !in.windowsPicked;
     // While Shift picks windows the magnifier would cover the windows.
-    if (in.stateOfMultiWindowScreenshots == 1) {
+    if (in.stateOfMultiWindowScreenshots == PickMode::Picking) {
         steps.checkTips = false;
         return steps;
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "capture/logic/PickMode.h"
+
 namespace capture {
 
 // What one overlay knows when a pointer move reaches it.
@@ -13,9 +15,9 @@ struct HoverMoveInput
     bool regionToolbarOpen = false;    // toolbarViewOpend
     bool resizeByKeyBoard = false;
     int clipState = 0;
-    bool windowsPicked = false;            // arrOfAllSelectedScreenshots is not empty
-    int stateOfMultiWindowScreenshots = 0; // 1 while Shift picks windows
-    bool magnifierShown = false;           // the magnifier of this overlay is visible
+    bool windowsPicked = false; // arrOfAllSelectedScreenshots is not empty
+    PickMode stateOfMultiWindowScreenshots = PickMode::None;
+    bool magnifierShown = false; // the magnifier of this overlay is visible
 };
 
 // The steps a pointer move takes on one overlay, in the order they run.

@@ -38,7 +38,8 @@ void QNClipScreenManager::handleMessage(Handler handler)
 
 QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
     : QObject(parent)
-    , m_state(services.state)
+    , m_context(services.context)
+    , m_state(m_context.capture())
     , m_windowServer(services.windowServer)
     , m_pointer(services.pointer)
     , m_sound(services.sound)
@@ -48,7 +49,8 @@ QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
     , m_shortcutOfButton(std::move(services.shortcutOfButton))
     , m_ownClock(services.clock != nullptr ? nullptr : std::make_unique<core::SystemClock>())
     , m_clock(services.clock != nullptr ? *services.clock : *m_ownClock)
-    , m_annotation(std::make_unique<toolbar::AnnotatedImageController>(m_state, m_defaults, m_bus))
+    , m_annotation(std::make_unique<toolbar::AnnotatedImageController>(m_context, m_defaults, m_bus,
+                                                                       m_clock))
     , m_session(*this, m_pointer, m_clock)
 {
     connect(&m_bus, &core::MessageBus::cancelScreenShot, this,
@@ -69,6 +71,23 @@ QNClipScreenManager::~QNClipScreenManager()
 QVariantMap QNClipScreenManager::shortcutOfButton() const
 {
     return m_shortcutOfButton ? m_shortcutOfButton() : QVariantMap();
+}
+
+overlay::AnnotationInput& QNClipScreenManager::markup()
+{
+    return *m_annotation;
+}
+
+void QNClipScreenManager::openAnnotationWindow(QWidget* overlay, std::function<QRectF()> selection)
+{
+    m_context.capture().doubleClickModifierkey = false;
+    m_annotation->openWindow(overlay, std::move(selection));
+}
+
+void QNClipScreenManager::saveAndOpen()
+{
+    m_context.capture().doubleClickModifierkey = true;
+    m_annotation->saveButtonClick();
 }
 
 void QNClipScreenManager::claimScreen(int screen)
@@ -117,9 +136,7 @@ void QNClipScreenManager::startCapture()
         return;
     }
     m_isWorking = true;
-    m_state.copyToPaste = false;
-    m_state.mapImage = false;
-    m_state.saveButtonClick = false;
+    m_state.finish.clear();
     m_state.startScreenShot = false;
     const auto started = m_clock.now();
     const auto elapsedMs = [this, started] {
@@ -143,8 +160,10 @@ void QNClipScreenManager::startCapture()
         QNClipWindow* overlay = m_session.windowFor(i);
         if (overlay == nullptr)
             break; // Qt knows fewer screens than the window server
-        auto controller =
-            std::make_unique<QNClipWindowController>(this, m_state, m_defaults, layout);
+        const QNClipViewServices services{m_context,      layout,         m_defaults,
+                                          m_readoutState, m_windowServer, m_pointer,
+                                          m_bus,          m_clock,        *this};
+        auto controller = std::make_unique<QNClipWindowController>(this, services);
         controller->startCaptureWithScreen(i, overlay, layout.screen(i).frame);
         if (QNClipWindow* window = controller->window()) {
             ++m_framesPending;

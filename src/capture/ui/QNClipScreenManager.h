@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/ui/OverlaySession.h"
+#include "capture/ui/QNClipViewDelegate.h"
 #include "core/Geometry.h"
 #include "core/Picture.h"
 
@@ -39,14 +40,6 @@ namespace capture {
 
 class QNClipWindowController;
 
-// Where the picture of a finished capture goes.
-enum class FinishDestination
-{
-    Clipboard, // the copy button or its key
-    File,      // the save button: the save folder, or the save panel
-    Pin,       // the pin button: a new pin of the picture
-};
-
 // The picture a capture ended with, composed from the frozen screen or
 // windows, in the pixels of the screen it was taken on.
 struct FinishedCapture
@@ -61,14 +54,14 @@ struct FinishedCapture
 // Starts and ends one region capture across all screens: one window pass,
 // then one controller per screen on an overlay session, which routes every
 // pointer and key event to the controller of the screen under the mouse.
-class QNClipScreenManager : public QObject, private OverlaySessionClient
+class QNClipScreenManager : public QObject, private OverlaySessionClient, private QNClipViewDelegate
 {
     Q_OBJECT
 public:
     // The services a capture runs on, all owned by the application.
     struct Services
     {
-        CaptureState& state;
+        CaptureContext& context;
         platform::WindowServer& windowServer;
         platform::PointerControl& pointer;
         platform::SoundPlayer& sound;
@@ -108,28 +101,17 @@ public:
     void clipWindowController(QNClipWindowController* controller);
     void clipWindowControllerDidCancel(QNClipWindowController* controller);
 
-    [[nodiscard]] int currentScreenForMouseLocation() const;
+    [[nodiscard]] int currentScreenForMouseLocation() const override;
     [[nodiscard]] const core::ScreenLayout& layout() const { return m_session.layout(); }
-    [[nodiscard]] CaptureState& state() const { return m_state; }
-    [[nodiscard]] core::MessageBus& bus() const { return m_bus; }
-    [[nodiscard]] settings::Defaults& defaults() const { return m_defaults; }
-    [[nodiscard]] colour::ColorReadoutState& readoutState() const { return m_readoutState; }
-    [[nodiscard]] platform::PointerControl& pointer() const { return m_pointer; }
-    [[nodiscard]] platform::WindowServer& windowServer() const { return m_windowServer; }
-    [[nodiscard]] QVariantMap shortcutOfButton() const;
-    [[nodiscard]] platform::SoundPlayer& sound() const { return m_sound; }
+    [[nodiscard]] QVariantMap shortcutOfButton() const override;
     // The global hot keys while the overlay holds the keyboard: `hotKey`
     // answers whether a key is one of them, and runs its action if so.
     void setGlobalHotKeys(std::function<bool(int key, Qt::KeyboardModifiers)> hotKey)
     {
         m_globalHotKey = std::move(hotKey);
     }
-    [[nodiscard]] bool globalHotKey(int key, Qt::KeyboardModifiers modifiers) const
-    {
-        return m_globalHotKey && m_globalHotKey(key, modifiers);
-    }
     // The pointer arrived on `screen`: the other screens drop their marks.
-    void claimScreen(int screen);
+    void claimScreen(int screen) override;
     [[nodiscard]] const std::vector<std::unique_ptr<QNClipWindowController>>& controllers() const
     {
         return m_controllers;
@@ -154,13 +136,24 @@ private:
     void modalDialogShown() override;
     [[nodiscard]] bool keysMustWait() const override;
 
+    // QNClipViewDelegate
+    void giveKeyboardTo(int screen) override { changeKeyWindowWithScreen(screen); }
+    [[nodiscard]] overlay::AnnotationInput& markup() override;
+    void openAnnotationWindow(QWidget* overlay, std::function<QRectF()> selection) override;
+    [[nodiscard]] bool globalHotKey(int key, Qt::KeyboardModifiers modifiers) const override
+    {
+        return m_globalHotKey && m_globalHotKey(key, modifiers);
+    }
+    void saveAndOpen() override;
+
     // A message handler: it may end the capture.
     template <typename Handler>
     void handleMessage(Handler handler);
     void endAll();
     [[nodiscard]] QNClipWindowController* controllerForScreen(int screen) const;
 
-    CaptureState& m_state;
+    CaptureContext& m_context;
+    CaptureState& m_state; // the capture's own part of the context
     platform::WindowServer& m_windowServer;
     platform::PointerControl& m_pointer;
     platform::SoundPlayer& m_sound;

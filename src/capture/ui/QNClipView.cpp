@@ -8,7 +8,6 @@
 #include "capture/logic/HoverMagnifier.h"
 #include "capture/logic/HoverMoveDecision.h"
 #include "capture/logic/WindowRules.h"
-#include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipViewHost.h"
 #include "capture/ui/QNClipWindow.h"
 #include "core/Shadow.h"
@@ -20,23 +19,23 @@
 
 namespace capture {
 
-QNClipView::QNClipView(QNClipWindow* window, QNClipScreenManager& manager, int screenIndex)
+QNClipView::QNClipView(QNClipWindow* window, const QNClipViewServices& services, int screenIndex)
     : QWidget(window)
     , m_window(window)
-    , m_manager(manager)
+    , m_services(services)
     , m_screenIndex(screenIndex)
-    , m_host(std::make_unique<QNClipViewHost>(*this))
-    , m_machine(std::make_unique<ClipStateMachine>(manager.state(), *m_host, manager.layout(),
+    , m_host(std::make_unique<QNClipViewHost>(*this, m_services))
+    , m_machine(std::make_unique<ClipStateMachine>(captureState(), *m_host, m_services.layout,
                                                    screenIndex))
     , m_keys(std::make_unique<ClipKeyHandler>(*m_machine))
-    , m_hover(manager.layout(), screenIndex)
-    , m_readout(manager.readoutState())
+    , m_hover(m_services.layout, screenIndex)
+    , m_readout(m_services.readoutState)
     , m_painter(&m_readout)
 {
     setObjectName(QStringLiteral("QNClipView"));
     // Events come through the manager's filter; the view only paints.
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    const QRectF frame = manager.layout().screen(screenIndex).frame;
+    const QRectF frame = m_services.layout.screen(screenIndex).frame;
     setGeometry(0, 0, qRound(frame.width()), qRound(frame.height()));
 }
 
@@ -44,14 +43,14 @@ QNClipView::~QNClipView() = default;
 
 QPointF QNClipView::bottomLeftOf(QPointF local) const
 {
-    const core::ScreenLayout& layout = m_manager.layout();
+    const core::ScreenLayout& layout = m_services.layout;
     return layout.topLeftToBottomLeft(layout.overlayLocalToTopLeft(m_screenIndex, local));
 }
 
 void QNClipView::CaptureFullScreen()
 {
-    const core::ScreenInfo& info = m_manager.layout().screen(m_screenIndex);
-    QImage picture = m_manager.windowServer().pictureOfRect(info.frame);
+    const core::ScreenInfo& info = m_services.layout.screen(m_screenIndex);
+    QImage picture = m_services.windowServer.pictureOfRect(info.frame);
     if (picture.isNull())
         return;
     m_fullImage = core::Picture::pixelsAsPoints(picture);
@@ -103,9 +102,9 @@ void QNClipView::mouseMoved(QPointF local)
     // move means, as its cursors and handles depend on it.
     if (m_cropBorder != nullptr && m_cropBorder->isVisible())
         m_cropBorder->mouseMovedInOverlay(local);
-    CaptureState& state = m_manager.state();
+    CaptureState& state = captureState();
     HoverMoveInput in;
-    in.screenUnderMouse = m_manager.currentScreenForMouseLocation() == m_screenIndex;
+    in.screenUnderMouse = m_services.delegate.currentScreenForMouseLocation() == m_screenIndex;
     in.annotationWindowOpen = state.clipToolbarWindowOpened;
     in.regionToolbarOpen = state.toolbarViewOpend;
     in.resizeByKeyBoard = state.resizeByKeyBoard;
@@ -123,7 +122,7 @@ void QNClipView::mouseMoved(QPointF local)
     if (steps.claimScreen) {
         // The pointer just came to this screen: it shows the boxes, the
         // others drop theirs.
-        m_manager.claimScreen(m_screenIndex);
+        m_services.delegate.claimScreen(m_screenIndex);
         m_machine->look().selectedBoxTransparent = false;
         m_machine->look().backgroundBoxTransparent = false;
     }
@@ -134,7 +133,7 @@ void QNClipView::mouseMoved(QPointF local)
         if (outcome.outlineChanged)
             m_machine->showHoveredWindow(outcome.windowRect);
         if (outcome.focusScreen >= 0)
-            m_manager.changeKeyWindowWithScreen(outcome.focusScreen);
+            m_services.delegate.giveKeyboardTo(outcome.focusScreen);
     }
     if (steps.blankCursor)
         m_window->setCursor(Qt::BlankCursor);
@@ -177,7 +176,7 @@ void QNClipView::clearMarks()
 {
     m_pointerHere = false;
     m_magnifierShown = false;
-    if (!m_manager.state().clipToolbarWindowOpened) {
+    if (!captureState().clipToolbarWindowOpened) {
         m_machine->look().selectedBoxTransparent = true;
         m_machine->look().backgroundBoxTransparent = true;
     }
@@ -198,11 +197,11 @@ void QNClipView::syncCropBorder()
                 [this](PointerRole role, Qt::CursorShape shape) {
                     // Qt applies a child's cursor only where it gets events,
                     // and the overlay's filter takes them all: set it on the window.
-                    m_manager.state().pointerRole = role;
+                    captureState().pointerRole = role;
                     m_window->setCursor(shape);
                 });
         m_cropBorder->setContextProvider([this] {
-            const CaptureState& state = m_manager.state();
+            const CaptureState& state = captureState();
             annotation::CropBorderContext context;
             context.toolbarViewOpend = state.toolbarViewOpend;
             context.clipToolbarWindowOpened = state.clipToolbarWindowOpened;
@@ -260,7 +259,7 @@ void QNClipView::flagsChanged(Qt::KeyboardModifiers held, double timestamp)
 
 void QNClipView::picksChanged()
 {
-    const CaptureState& state = m_manager.state();
+    const CaptureState& state = captureState();
     m_picksPreview = {};
     if (m_machine->multiWindowScreenshots() && !state.arrOfAllSelectedScreenshots.empty() &&
         state.arrOfAllSelectedScreenshots.front().screen == m_screenIndex)
@@ -270,8 +269,8 @@ void QNClipView::picksChanged()
 
 CompositionInput QNClipView::compositionInput() const
 {
-    const CaptureState& state = m_manager.state();
-    const settings::Defaults& defaults = m_manager.defaults();
+    const CaptureState& state = captureState();
+    const settings::Defaults& defaults = m_services.defaults;
     CompositionInput in;
     in.R = state.currentRectOfAnnotatedImageView;
     in.S = defaults.boolForKey(settings::keys::needShadowOfnotSingleWindow)
@@ -279,12 +278,12 @@ CompositionInput QNClipView::compositionInput() const
                : 0;
     in.shadowColour = core::shadowColourFrom(defaults.stringForKey(settings::keys::colorOfShadow));
     in.onlyClipCurrentWindow = m_machine->onlyClipCurrentWindow();
-    in.mapImage = state.mapImage;
+    in.mapImage = state.finish.isPin();
     in.fillet = defaults.boolForKey(settings::keys::needFilletOfnotSingleWindow);
     in.picks = state.arrOfAllSelectedScreenshots;
     in.fullImage = m_fullImage;
     in.windowSize = size();
-    in.scale = m_manager.layout().screen(m_screenIndex).scale;
+    in.scale = m_services.layout.screen(m_screenIndex).scale;
     if (in.onlyClipCurrentWindow && in.picks.empty() && !m_fullImage.isNull()) {
         // A window without a frozen picture of its own: take it from the
         // frozen screen rather than lose the capture.
@@ -302,7 +301,7 @@ CompositionInput QNClipView::compositionInput() const
 
 void QNClipView::paintPicks(QPainter& painter)
 {
-    const CaptureState& state = m_manager.state();
+    const CaptureState& state = captureState();
     const auto& picks = state.arrOfAllSelectedScreenshots;
     if (!m_picksPreview.isNull()) {
         // The fixed picks on white, as one picture, inside the selection.
@@ -311,12 +310,12 @@ void QNClipView::paintPicks(QPainter& painter)
         painter.drawImage(selection, m_picksPreview.pixels);
         return;
     }
-    if (state.stateOfMultiWindowScreenshots != 1 || picks.empty() ||
+    if (state.stateOfMultiWindowScreenshots != PickMode::Picking || picks.empty() ||
         picks.front().screen != m_screenIndex)
         return;
     // Every frozen window again, back to front, with a tint on each pick,
     // so covered picks show whole.
-    const core::ScreenLayout& layout = m_manager.layout();
+    const core::ScreenLayout& layout = m_services.layout;
     const QColor tint = QColor::fromRgbF(0.16862745098039217f, 0.6705882352941176f, 1.0f, 0.3f);
     for (auto it = state.imageAllWindowArray.rbegin(); it != state.imageAllWindowArray.rend();
          ++it) {

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "capture/logic/CaptureComposer.h"
-#include "capture/logic/CaptureState.h"
 #include "capture/logic/ClipEvents.h"
 #include "capture/logic/HoverTracker.h"
 #include "capture/ui/OverlayPainter.h"
+#include "capture/ui/QNClipViewDelegate.h"
 #include "colour/ui/ColorPickerImageView.h"
 #include "core/Picture.h"
 
@@ -16,15 +16,10 @@
 namespace annotation {
 class GKCropBorderView;
 }
-namespace platform {
-class WindowServer;
-}
-
 namespace capture {
 
 class ClipKeyHandler;
 class ClipStateMachine;
-class QNClipScreenManager;
 class QNClipViewHost;
 class QNClipWindow;
 
@@ -38,7 +33,7 @@ class QNClipView : public QWidget
 {
     Q_OBJECT
 public:
-    QNClipView(QNClipWindow* window, QNClipScreenManager& manager, int screenIndex);
+    QNClipView(QNClipWindow* window, const QNClipViewServices& services, int screenIndex);
     ~QNClipView() override;
 
     // Freezes this screen: one picture of it, shown as the window's
@@ -70,7 +65,6 @@ public:
     [[nodiscard]] ClipStateMachine& machine() { return *m_machine; }
     [[nodiscard]] annotation::GKCropBorderView* cropBorder() const { return m_cropBorder; }
     [[nodiscard]] QNClipWindow* clipWindow() const { return m_window; }
-    [[nodiscard]] QNClipScreenManager& manager() const { return m_manager; }
     [[nodiscard]] HoverTracker& hover() { return m_hover; }
     [[nodiscard]] QPointF bottomLeftOf(QPointF local) const;
     bool haveSetClearColor = false;
@@ -84,8 +78,10 @@ private:
     void syncCropBorder();
     [[nodiscard]] OverlayFrame frameToPaint() const;
 
+    [[nodiscard]] CaptureState& captureState() const { return m_services.context.capture(); }
+
     QNClipWindow* m_window;
-    QNClipScreenManager& m_manager;
+    QNClipViewServices m_services;
     int m_screenIndex;
     core::Picture m_fullImage;
     std::unique_ptr<QNClipViewHost> m_host;

@@ -4,49 +4,50 @@
 #include "annotation/ui/GKCropBorderView.h"
 #include "capture/logic/ClipStateMachine.h"
 #include "capture/logic/MultiWindowPick.h"
-#include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
 #include "colour/ui/ColorKeyHandler.h"
+#include "core/Clock.h"
 #include "core/MessageBus.h"
 #include "platform/PointerControl.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
-#include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QGuiApplication>
-#include <QTimer>
+
+#include <chrono>
 
 namespace capture {
 
-QNClipViewHost::QNClipViewHost(QNClipView& view)
+QNClipViewHost::QNClipViewHost(QNClipView& view, const QNClipViewServices& services)
     : m_view(view)
+    , m_services(services)
 {}
 
 AnnotationInput& QNClipViewHost::markup()
 {
-    return m_view.manager().annotatedImageController();
+    return m_services.delegate.markup();
 }
 
 bool QNClipViewHost::isRecordingOverlay() const
 {
-    return m_view.manager().state().isRecordScreen;
+    return captureState().isRecordScreen;
 }
 
 bool QNClipViewHost::toolbarViewOpend() const
 {
-    return m_view.manager().state().toolbarViewOpend;
+    return captureState().toolbarViewOpend;
 }
 
 ClipPreferences QNClipViewHost::preferences() const
 {
-    const settings::Defaults& d = m_view.manager().defaults();
+    const settings::Defaults& d = m_services.defaults;
     ClipPreferences p;
     p.doubleClickToSavePaste = d.boolForKey(settings::keys::doubleClickToSavePaste);
     p.doubleClickModifierKey = d.stringForKey(settings::keys::doubleClickModifierKey);
     p.needShadowOfnotSingleWindow = d.boolForKey(settings::keys::needShadowOfnotSingleWindow);
     p.sizeOfShadow = static_cast<int>(d.integerForKey(settings::keys::sizeOfShadow));
-    p.shortcutOfButton = m_view.manager().shortcutOfButton();
+    p.shortcutOfButton = m_services.delegate.shortcutOfButton();
     return p;
 }
 
@@ -65,17 +66,17 @@ CropBorderStatus QNClipViewHost::cropBorder() const
 
 int QNClipViewHost::screenUnderMouse() const
 {
-    return m_view.manager().currentScreenForMouseLocation();
+    return m_services.delegate.currentScreenForMouseLocation();
 }
 
 void QNClipViewHost::postMessage(core::Message message)
 {
-    m_view.manager().bus().post(message);
+    m_services.bus.post(message);
 }
 
 void QNClipViewHost::runLater(int milliseconds, std::function<void()> task)
 {
-    QTimer::singleShot(milliseconds, &m_view, std::move(task));
+    m_services.clock.singleShot(std::chrono::milliseconds(milliseconds), &m_view, std::move(task));
 }
 
 void QNClipViewHost::needsDisplay()
@@ -97,7 +98,7 @@ void QNClipViewHost::magnifierNeedsDisplay()
 void QNClipViewHost::setCursor(ClipCursor cursor)
 {
     if (cursor == ClipCursor::Arrow) {
-        m_view.manager().state().pointerRole = PointerRole::Arrow;
+        captureState().pointerRole = PointerRole::Arrow;
         m_view.clipWindow()->setCursor(Qt::ArrowCursor);
     } else {
         // The overlay draws its own cross hair at the pointer.
@@ -109,18 +110,17 @@ void QNClipViewHost::setCursorRectsEnabled(bool) {}
 
 void QNClipViewHost::warpPointer(QPointF local)
 {
-    QNClipScreenManager& manager = m_view.manager();
-    manager.pointer().warpTo(manager.layout().overlayLocalToTopLeft(m_view.screenIndex(), local));
+    m_services.pointer.warpTo(m_services.layout.overlayLocalToTopLeft(m_view.screenIndex(), local));
 }
 
 void QNClipViewHost::activateApplication()
 {
-    m_view.manager().changeKeyWindowWithScreen(m_view.screenIndex());
+    m_services.delegate.giveKeyboardTo(m_view.screenIndex());
 }
 
 void QNClipViewHost::makeKeyAndOrderFront()
 {
-    m_view.manager().changeKeyWindowWithScreen(m_view.screenIndex());
+    m_services.delegate.giveKeyboardTo(m_view.screenIndex());
 }
 
 void QNClipViewHost::setWindowBackgroundClear()
@@ -132,20 +132,19 @@ void QNClipViewHost::setWindowBackgroundClear()
 
 void QNClipViewHost::writePreference(const QString& key, const QVariant& value)
 {
-    m_view.manager().defaults().setObject(key, value);
+    m_services.defaults.setObject(key, value);
 }
 
 void QNClipViewHost::synchronizePreferences()
 {
-    m_view.manager().defaults().synchronize();
+    m_services.defaults.synchronize();
 }
 
 void QNClipViewHost::clipViewMouseDown(const ClipMouseEvent& event)
 {
-    QNClipScreenManager& manager = m_view.manager();
     ClipStateMachine& machine = m_view.machine();
     const HoverPressOutcome outcome = m_view.hover().clipViewMouseDown(
-        manager.state(), m_view.bottomLeftOf(event.location), static_cast<int>(machine.clipState()),
+        captureState(), m_view.bottomLeftOf(event.location), static_cast<int>(machine.clipState()),
         m_view.haveSetClearColor);
     if (outcome.setClearColor)
         m_view.haveSetClearColor = true;
@@ -160,7 +159,7 @@ void QNClipViewHost::clipViewMouseDown(const ClipMouseEvent& event)
         break;
     }
     if (outcome.focusScreen >= 0)
-        manager.changeKeyWindowWithScreen(outcome.focusScreen);
+        m_services.delegate.giveKeyboardTo(outcome.focusScreen);
 }
 
 void QNClipViewHost::cropBorderMouseDown(const ClipMouseEvent& event)
@@ -182,9 +181,9 @@ void QNClipViewHost::enterMultiWindowPick(const ClipMouseEvent&)
 
 void QNClipViewHost::toggleMultiWindowPick(const ClipMouseEvent&)
 {
-    CaptureState& state = m_view.manager().state();
+    CaptureState& s = captureState();
     // The window the hover outlined is the one under the click.
-    togglePick(state, state.currentWindowID, m_view.machine().selection().selectedBoxFrame,
+    togglePick(s, s.currentWindowID, m_view.machine().selection().selectedBoxFrame,
                m_view.screenIndex());
     m_view.update();
 }
@@ -193,7 +192,7 @@ void QNClipViewHost::changFullImageToMosaicImage()
 {
     const ClipPreferences prefs = preferences();
     const int shadow = prefs.needShadowOfnotSingleWindow ? prefs.sizeOfShadow : 0;
-    addPickOfOne(m_view.manager().state(), m_view.machine().onlyClipCurrentWindow(),
+    addPickOfOne(captureState(), m_view.machine().onlyClipCurrentWindow(),
                  m_view.machine().selection().contentRect,
                  QRectF(QPointF(0, 0), m_view.machine().windowSize()), shadow,
                  m_view.screenIndex());
@@ -202,38 +201,34 @@ void QNClipViewHost::changFullImageToMosaicImage()
 
 void QNClipViewHost::openAnnotationWindow()
 {
-    m_view.manager().state().doubleClickModifierkey = false;
-    m_view.manager().annotatedImageController().openWindow(m_view.clipWindow(), [view = &m_view] {
+    m_services.delegate.openAnnotationWindow(m_view.clipWindow(), [view = &m_view] {
         return core::flipped(view->machine().selection().contentRect, view->height());
     });
 }
 
 bool QNClipViewHost::globalHotKey(const ClipKeyEvent& event)
 {
-    return m_view.manager().globalHotKey(event.key, significantModifiers(event.modifiers));
+    return m_services.delegate.globalHotKey(event.key, significantModifiers(event.modifiers));
 }
 
 void QNClipViewHost::saveAndOpen()
 {
-    QNClipScreenManager& manager = m_view.manager();
-    manager.state().doubleClickModifierkey = true;
-    manager.annotatedImageController().saveButtonClick();
+    m_services.delegate.saveAndOpen();
 }
 
 bool QNClipViewHost::handleColorKey(const ClipKeyEvent& event)
 {
-    QNClipScreenManager& manager = m_view.manager();
-    settings::Defaults& defaults = manager.defaults();
+    settings::Defaults& defaults = m_services.defaults;
     std::optional<QString> format;
     if (defaults.contains(settings::keys::customizeColorString))
         format = defaults.stringForKey(settings::keys::customizeColorString);
     colour::ColorKeyHost host;
-    host.cancelCapture = [&manager] { manager.bus().post(core::Message::CancelScreenShot); };
+    host.cancelCapture = [&bus = m_services.bus] { bus.post(core::Message::CancelScreenShot); };
     host.storeCustomizeColorString = [&defaults](const QString& text) {
         defaults.setObject(settings::keys::customizeColorString, text);
         defaults.synchronize();
     };
-    return colour::handleColorKey(event.key, event.modifiers, manager.readoutState(), format,
+    return colour::handleColorKey(event.key, event.modifiers, m_services.readoutState, format,
                                   *QGuiApplication::clipboard(), host);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "capture/logic/ClipViewHost.h"
+#include "capture/ui/QNClipViewDelegate.h"
 
 namespace capture {
 
@@ -15,7 +16,7 @@ class QNClipView;
 class QNClipViewHost final : public ClipViewHost, private RecorderInput
 {
 public:
-    explicit QNClipViewHost(QNClipView& view);
+    QNClipViewHost(QNClipView& view, const QNClipViewServices& services);
 
     AnnotationInput& markup() override;
     const RecorderInput& recorder() const override { return *this; }
@@ -59,7 +60,10 @@ private:
     bool mouseInButtonOfRecordScreen() const override { return false; }
     bool realStartRecordingScreen() const override { return false; }
 
+    [[nodiscard]] CaptureState& captureState() const { return m_services.context.capture(); }
+
     QNClipView& m_view;
+    QNClipViewServices m_services;
 };
 
 } // namespace capture

@@ -14,13 +14,13 @@
 
 namespace capture {
 
-QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
-                                               const settings::Defaults& defaults,
-                                               core::ScreenLayout layout)
+QNClipWindowController::QNClipWindowController(QNClipScreenManager* delegate,
+                                               const QNClipViewServices& services)
     : m_delegate(delegate)
-    , m_state(state)
-    , m_defaults(defaults)
-    , m_layout(std::move(layout))
+    , m_services(services)
+    , m_state(m_services.context.capture())
+    , m_defaults(m_services.defaults)
+    , m_layout(m_services.layout)
 {}
 
 QNClipWindowController::~QNClipWindowController()
@@ -35,7 +35,7 @@ void QNClipWindowController::startCaptureWithScreen(int screenIndex, QNClipWindo
 {
     m_screenIndex = screenIndex;
     m_window = window;
-    m_clipView = new QNClipView(m_window, *m_delegate, screenIndex);
+    m_clipView = new QNClipView(m_window, m_services, screenIndex);
     m_clipView->haveSetClearColor = false;
     m_clipView->CaptureFullScreen();
     m_clipView->showClipViewWithFrame(QRectF(QPointF(0, 0), frame.size()), false, false);
@@ -115,18 +115,15 @@ void QNClipWindowController::clipScreen()
     // The shutter sounds at once, not after the composition; a pin is
     // silent unless it came from the save button.
     if (m_defaults.boolForKey(settings::keys::playSoundWhenScreenShots) &&
-        !((m_state.annotatedOnMap || m_state.mapImage) && !m_state.saveButtonClick))
+        m_state.finish.shutterSounds(m_state.annotatedOnMap))
         m_delegate->clipWindowController(this);
     m_state.startScreenShot = false;
-    m_state.onlyClipCurrentWindow = m_clipView->machine().onlyClipCurrentWindow();
 
     const CompositionInput input = m_clipView->compositionInput();
     FinishedCapture result;
     result.picture = composeCapture(input);
     result.screen = m_screenIndex;
-    result.destination = m_state.mapImage      ? FinishDestination::Pin
-                         : m_state.copyToPaste ? FinishDestination::Clipboard
-                                               : FinishDestination::File;
+    result.destination = m_state.finish.destination();
     result.openAfterSave =
         result.destination == FinishDestination::File && m_state.doubleClickModifierkey;
     const QRectF selection = m_state.currentRectOfAnnotatedImageView.adjusted(6, 6, -6, -6);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "capture/logic/CaptureState.h"
 #include "capture/ui/OverlayPart.h"
+#include "capture/ui/QNClipViewDelegate.h"
 #include "core/Geometry.h"
 
 #include <QObject>
@@ -29,9 +29,9 @@ class QNClipWindowController : public QObject, public OverlayPart
 {
     Q_OBJECT
 public:
-    // `layout` is the capture's screen layout, fixed for the capture.
-    QNClipWindowController(QNClipScreenManager* delegate, CaptureState& state,
-                           const settings::Defaults& defaults, core::ScreenLayout layout);
+    // `services` are what its view works with; their layout is the
+    // capture's, fixed for the capture.
+    QNClipWindowController(QNClipScreenManager* delegate, const QNClipViewServices& services);
     ~QNClipWindowController() override;
 
     // `window` is the overlay to use for this screen; it is lent, not given.
@@ -61,9 +61,10 @@ public:
 
 private:
     QNClipScreenManager* m_delegate;
+    QNClipViewServices m_services;
     CaptureState& m_state;
     const settings::Defaults& m_defaults;
-    core::ScreenLayout m_layout;
+    const core::ScreenLayout& m_layout;
     int m_screenIndex = -1;
     QNClipWindow* m_window = nullptr; // lent by the manager for one capture
     QNClipView* m_clipView = nullptr; // child of m_window

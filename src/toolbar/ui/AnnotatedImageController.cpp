@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/ui/AnnotatedImageController.h"
 
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
+#include "core/Clock.h"
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
@@ -10,20 +11,23 @@
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/ui/ClipToolBar.h"
 
-#include <QTimer>
 #include <QWidget>
+
+#include <chrono>
 
 namespace toolbar {
 
 namespace keys = settings::keys;
 
-AnnotatedImageController::AnnotatedImageController(capture::CaptureState& state,
+AnnotatedImageController::AnnotatedImageController(capture::CaptureContext& context,
                                                    settings::Defaults& defaults,
-                                                   core::MessageBus& bus, QObject* parent)
+                                                   core::MessageBus& bus, core::Clock& clock,
+                                                   QObject* parent)
     : QObject(parent)
-    , m_state(state)
+    , m_state(context.capture())
     , m_defaults(defaults)
     , m_bus(bus)
+    , m_clock(clock)
 {}
 
 AnnotatedImageController::~AnnotatedImageController()
@@ -68,10 +72,9 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     m_bar->setParent(overlay);
     m_bar->setUpdatesPin(m_state.annotatedOnMap);
 
-    m_state.mapImage = false;
+    m_state.finish.clear();
     m_state.clipToolbarWindowOpened = true;
     m_state.startScreenShot = false;
-    m_state.saveButtonClick = false;
     resetButtonBox();
     unhiddenButton();
 }
@@ -90,8 +93,9 @@ void AnnotatedImageController::closeWindow()
         m_bar->setParent(nullptr);
     }
     m_selection = nullptr;
-    // A pin's finish may still read mapImage in this turn of the loop.
-    QTimer::singleShot(100, this, [this] { m_state.mapImage = false; });
+    // A pin's finish may still ask where it goes in this turn of the loop.
+    m_clock.singleShot(std::chrono::milliseconds(100), this,
+                       [this] { m_state.finish.forgetPin(); });
 }
 
 void AnnotatedImageController::resetButtonBox()
@@ -127,23 +131,20 @@ void AnnotatedImageController::startFinish()
 
 void AnnotatedImageController::saveButtonClick()
 {
-    m_state.saveButtonClick = true;
-    m_state.copyToPaste = false;
+    m_state.finish.save();
     startFinish();
 }
 
 void AnnotatedImageController::copyToPasteButtonClick()
 {
-    m_state.copyToPaste = true;
+    m_state.finish.copy();
     startFinish();
 }
 
 void AnnotatedImageController::mapButtonClick()
 {
-    m_state.mapImage = true;
-    saveButtonClick();
-    // A pin, not a save.
-    m_state.saveButtonClick = false;
+    m_state.finish.pin();
+    startFinish();
 }
 
 void AnnotatedImageController::chooseTool(const ToolEntry& entry)

@@ -13,11 +13,13 @@
 #include <functional>
 
 namespace capture {
+class CaptureContext;
 struct CaptureState;
-}
+} // namespace capture
 namespace core {
+class Clock;
 class MessageBus;
-}
+} // namespace core
 namespace settings {
 class Defaults;
 }
@@ -36,8 +38,9 @@ class AnnotatedImageController final : public QObject, public overlay::Annotatio
 {
     Q_OBJECT
 public:
-    AnnotatedImageController(capture::CaptureState& state, settings::Defaults& defaults,
-                             core::MessageBus& bus, QObject* parent = nullptr);
+    // `clock` times the pin's finish after the window closes.
+    AnnotatedImageController(capture::CaptureContext& context, settings::Defaults& defaults,
+                             core::MessageBus& bus, core::Clock& clock, QObject* parent = nullptr);
     ~AnnotatedImageController() override;
 
     // Opens over `overlay` (the top-level of the selection's screen);
@@ -102,6 +105,7 @@ private:
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
     core::MessageBus& m_bus;
+    core::Clock& m_clock;
     DataOfUsers m_dataOfUsers;
     QPointer<ClipToolBar> m_bar; // lives in the overlay while open
     std::function<QRectF()> m_selection;

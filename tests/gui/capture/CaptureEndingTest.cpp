@@ -2,7 +2,7 @@
 // A capture ended from inside one of its own handlers: what the handler is
 // still using outlives it, and nothing of the capture outlives the next
 // turn of the event loop.
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindowController.h"
@@ -55,7 +55,8 @@ protected:
             QCoreApplication::processEvents();
     }
 
-    CaptureState state;
+    CaptureContext context;
+    CaptureState& state = context.capture();
     platform::null::FakeWindowServer windows;
     platform::null::FixedPointer pointer;
     platform::null::CountingSoundPlayer sound;
@@ -64,7 +65,7 @@ protected:
     settings::Defaults defaults{store};
     colour::ColorReadoutState readout;
     QNClipScreenManager manager{
-        {state, windows, pointer, sound, bus, defaults, readout, [] { return QVariantMap(); }}};
+        {context, windows, pointer, sound, bus, defaults, readout, [] { return QVariantMap(); }}};
 };
 
 } // namespace
@@ -89,7 +90,7 @@ TEST_F(CaptureEnding, AnEndingInsideAMessageHandlerRetiresTheControllersUntilItR
         EXPECT_FALSE(view.isNull());
         EXPECT_TRUE(view->isHidden());
     });
-    bus.send(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    bus.send(core::Message::CancelScreenShot);
     QObject::disconnect(connection);
     EXPECT_TRUE(sawEnd);
     EXPECT_FALSE(manager.isWorking());
@@ -114,7 +115,7 @@ TEST_F(CaptureEnding, AnEventLoopSpunInsideTheEndingHandlerDoesNotFreeTheCapture
         aliveAfterInnerLoop = static_cast<int>(std::count_if(
             watched.begin(), watched.end(), [](const auto& c) { return !c.isNull(); }));
     });
-    bus.send(QString::fromLatin1(core::MessageBus::CancelScreenShot));
+    bus.send(core::Message::CancelScreenShot);
     QObject::disconnect(connection);
     EXPECT_EQ(aliveAfterInnerLoop, static_cast<int>(watched.size()));
     turnEventLoop();

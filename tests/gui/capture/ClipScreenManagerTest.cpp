@@ -2,7 +2,7 @@
 // The region capture's timers run on the clock it is given: the right
 // button's short delay, the release of an ended capture's objects, and the
 // first turn on which the overlay windows are made ahead of any capture.
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipWindow.h"
 #include "capture/ui/QNClipWindowController.h"
@@ -103,7 +103,8 @@ protected:
     }
 
     ManualClock clock;
-    CaptureState state;
+    CaptureContext context;
+    CaptureState& state = context.capture();
     platform::null::FakeWindowServer windows;
     platform::null::FixedPointer pointer;
     platform::null::CountingSoundPlayer sound;
@@ -111,7 +112,7 @@ protected:
     settings::MemoryStore store;
     settings::Defaults defaults{store};
     colour::ColorReadoutState readout;
-    QNClipScreenManager manager{{state, windows, pointer, sound, bus, defaults, readout,
+    QNClipScreenManager manager{{context, windows, pointer, sound, bus, defaults, readout,
                                  [] { return QVariantMap(); }, &clock}};
 };
 

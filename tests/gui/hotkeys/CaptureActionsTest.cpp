@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/hotkeys/CaptureActions.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "platform/Speaker.h"
 #include "platform/null/FakeWindowServer.h"
 #include "platform/null/NullServices.h"
@@ -49,7 +49,8 @@ struct Actions : ::testing::Test
 {
     settings::MemoryStore store;
     settings::Defaults defaults{store};
-    capture::CaptureState state;
+    capture::CaptureContext captureContext;
+    capture::CaptureState& state = captureContext.capture();
     platform::null::FakeWindowServer windows;
     platform::null::FixedPointer pointer;
     platform::null::RecordingNotifier notifier;
@@ -71,8 +72,8 @@ struct Actions : ::testing::Test
                                 {QStringLiteral("B"), QRectF(1920, 0, 1280, 1024), 1}});
         sound.log = &log;
         speaker.log = &log;
-        actions =
-            std::make_unique<CaptureActions>(defaults, state, windows, pointer, sound, speaker);
+        actions = std::make_unique<CaptureActions>(defaults, captureContext, windows, pointer,
+                                                   sound, speaker);
         actions->setNotifier(&notifier);
         actions->setBeep([this] { ++beeps; });
         auto& hooks = actions->hooks();

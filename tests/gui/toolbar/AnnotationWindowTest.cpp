@@ -2,16 +2,17 @@
 // The annotation window: the tools' remembered settings, where the tool bar
 // goes, what its finishing buttons set and post, and the preferences it
 // keeps in step.
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/MemoryStore.h"
+#include "support/BusRecorder.h"
+#include "support/SteppedClock.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QToolButton>
 #include <QWidget>
 
@@ -26,15 +27,15 @@ struct Bench
     settings::MemoryStore store;
     settings::Defaults defaults{store};
     core::MessageBus bus;
-    capture::CaptureState state;
-    AnnotatedImageController controller{state, defaults, bus};
-    QStringList posted;
+    capture::CaptureContext context;
+    capture::CaptureState& state = context.capture();
+    SteppedClock clock;
+    AnnotatedImageController controller{context, defaults, bus, clock};
+    BusRecorder posted{bus};
     QWidget overlay;
 
     Bench()
     {
-        QObject::connect(&bus, &core::MessageBus::message,
-                         [this](const QString& name) { posted << name; });
         overlay.resize(1920, 1080);
         overlay.show();
     }
@@ -43,13 +44,7 @@ struct Bench
         controller.openWindow(&overlay, [selection] { return selection; });
     }
     // Posted messages arrive on the next turn of the loop.
-    void settle()
-    {
-        QElapsedTimer t;
-        t.start();
-        while (t.elapsed() < 150)
-            QCoreApplication::processEvents();
-    }
+    static void settle() { QCoreApplication::processEvents(); }
 };
 
 } // namespace
@@ -129,9 +124,9 @@ TEST(AnnotatedImageController, opensItsBarUnderTheSelectionAndClosesIt)
     EXPECT_TRUE(b.state.clipToolbarWindowOpened);
     EXPECT_TRUE(b.controller.barContains(b.overlay.mapToGlobal(bar->geometry().center())));
 
-    b.bus.send(QStringLiteral("hiddenButtonOfClipToolbarWindow"));
+    b.bus.send(core::Message::HiddenButtonOfClipToolbarWindow);
     EXPECT_FALSE(bar->isVisible());
-    b.bus.send(QStringLiteral("unhiddenButtonOfClipToolbarWindow"));
+    b.bus.send(core::Message::UnhiddenButtonOfClipToolbarWindow);
     EXPECT_TRUE(bar->isVisible());
 
     b.controller.closeWindow();
@@ -145,40 +140,42 @@ TEST(AnnotatedImageController, finishingButtonsSetTheirFlagsAndAskForTheFinish)
     Bench b;
     b.open();
     b.controller.toolBar()->button(QStringLiteral("save"))->click();
-    EXPECT_TRUE(b.state.saveButtonClick);
-    EXPECT_FALSE(b.state.copyToPaste);
+    EXPECT_EQ(b.state.finish.asked(), capture::FinishDestination::File);
     EXPECT_TRUE(b.state.startScreenShot);
     EXPECT_FALSE(b.controller.toolBar()->isVisible());
     b.settle();
-    EXPECT_EQ(b.posted, QStringList{"StartScreenShots"});
+    EXPECT_EQ(b.posted.names, QStringList{QStringLiteral("StartScreenShots")});
 
     b.open();
-    EXPECT_FALSE(b.state.saveButtonClick); // a new capture's window starts clean
+    EXPECT_EQ(b.state.finish.asked(), std::nullopt); // a new capture's window starts clean
     b.controller.toolBar()->button(QStringLiteral("copyToPaste"))->click();
-    EXPECT_TRUE(b.state.copyToPaste);
+    EXPECT_EQ(b.state.finish.asked(), capture::FinishDestination::Clipboard);
 
     b.open();
     b.controller.toolBar()->button(QStringLiteral("map"))->click();
-    EXPECT_TRUE(b.state.mapImage);
-    EXPECT_FALSE(b.state.saveButtonClick); // a pin, not a save
+    EXPECT_EQ(b.state.finish.asked(), capture::FinishDestination::Pin);
+    EXPECT_FALSE(b.state.finish.shutterSounds(false)); // a pin, not a save
 
-    // The pin flag outlives the close for the finish, then goes.
+    // The pin outlives the close for the finish, for a tenth of a second.
     b.controller.closeWindow();
-    EXPECT_TRUE(b.state.mapImage);
+    b.clock.advance(std::chrono::milliseconds(99));
+    EXPECT_TRUE(b.state.finish.isPin());
+    b.clock.advance(std::chrono::milliseconds(1));
+    EXPECT_FALSE(b.state.finish.isPin());
     b.settle();
-    EXPECT_FALSE(b.state.mapImage);
+    EXPECT_EQ(b.posted.names, QStringList(3, QStringLiteral("StartScreenShots")));
 
-    b.posted.clear();
+    b.posted.names.clear();
     b.open();
     b.controller.toolBar()->button(QStringLiteral("cancel"))->click();
     b.settle();
-    EXPECT_EQ(b.posted, QStringList{"cancelScreenShot"});
+    EXPECT_EQ(b.posted.names, QStringList{QStringLiteral("cancelScreenShot")});
 
     // The drawing tools are there but end nothing.
-    b.posted.clear();
+    b.posted.names.clear();
     b.controller.toolBar()->button(QStringLiteral("arrow"))->click();
     b.settle();
-    EXPECT_TRUE(b.posted.isEmpty());
+    EXPECT_TRUE(b.posted.names.isEmpty());
 }
 
 TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)

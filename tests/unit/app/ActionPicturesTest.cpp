@@ -4,7 +4,7 @@
 // the file is written and decorated, when nothing is taken, and which
 // files become pins.
 #include "app/ActionPictures.h"
-#include "capture/logic/CaptureState.h"
+#include "capture/logic/CaptureContext.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "platform/null/FakeWindowServer.h"
 #include "platform/null/NullServices.h"
@@ -58,7 +58,7 @@ protected:
         s.windows = &windows;
         s.pointer = &pointer;
         s.defaults = &defaults;
-        s.state = &state;
+        s.context = &context;
         s.output = output.get();
         s.captureRunning = [this] { return captureRunning; };
         s.beep = [this] { ++beeps; };
@@ -83,7 +83,8 @@ protected:
     platform::null::FixedPointer pointer;
     platform::null::RecordingNotifier notifier;
     SteppedClock clock;
-    capture::CaptureState state;
+    capture::CaptureContext context;
+    capture::CaptureState& state = context.capture();
     bool captureRunning = false;
     int beeps = 0;
     QByteArray clipboard;

@@ -250,7 +250,7 @@ public:
     void enterMultiWindowPick(const ClipMouseEvent&) override
     {
         ++picksEntered;
-        m_state.stateOfMultiWindowScreenshots = 1;
+        m_state.stateOfMultiWindowScreenshots = PickMode::Picking;
     }
     void toggleMultiWindowPick(const ClipMouseEvent&) override { ++picksToggled; }
     void openAnnotationWindow() override

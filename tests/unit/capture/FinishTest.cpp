@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Multi-window picks and the composition of the finished picture.
 #include "capture/logic/CaptureComposer.h"
+#include "capture/logic/FinishRequest.h"
 #include "capture/logic/MultiWindowPick.h"
 
 #include <QPainter>
@@ -223,4 +224,43 @@ TEST(CaptureComposer, doubleDensityKeepsEveryPixel)
     EXPECT_EQ(p.pointSize, QSizeF(50, 40));
     EXPECT_EQ(p.pixels.pixel(0, 0), qRgb(30, 80, 0));
     EXPECT_EQ(p.pixels.pixel(1, 0), qRgb(30, 80, 255));
+}
+
+TEST(FinishRequest, aPinOnceAskedStaysThePinAndOnlyTheSaveButtonMakesItSound)
+{
+    // A finish refused on the wrong screen can be asked again by another
+    // button: the destination and the shutter look back at what was asked.
+    FinishRequest f;
+    EXPECT_EQ(f.asked(), std::nullopt);
+    EXPECT_EQ(f.destination(), FinishDestination::File);
+    f.copy();
+    EXPECT_EQ(f.destination(), FinishDestination::Clipboard);
+    EXPECT_TRUE(f.shutterSounds(false));
+    EXPECT_FALSE(f.shutterSounds(true)) << "a copy of a pin's mark-up is silent";
+    f.save();
+    EXPECT_EQ(f.destination(), FinishDestination::File);
+    f.copy();
+    EXPECT_EQ(f.destination(), FinishDestination::Clipboard);
+    EXPECT_TRUE(f.shutterSounds(true)) << "the save button asked before the copy";
+
+    f.pin();
+    EXPECT_EQ(f.destination(), FinishDestination::Pin);
+    EXPECT_FALSE(f.shutterSounds(false)) << "the pin button goes through save but is no save";
+    f.copy();
+    EXPECT_EQ(f.destination(), FinishDestination::Pin);
+    EXPECT_FALSE(f.shutterSounds(false));
+    f.save();
+    EXPECT_EQ(f.destination(), FinishDestination::Pin);
+    EXPECT_TRUE(f.shutterSounds(false));
+
+    // After the window closed only a pin is forgotten; a new window
+    // forgets everything.
+    f.forgetPin();
+    EXPECT_EQ(f.asked(), std::nullopt);
+    f.save();
+    f.forgetPin();
+    EXPECT_EQ(f.asked(), FinishDestination::File);
+    f.clear();
+    EXPECT_EQ(f.asked(), std::nullopt);
+    EXPECT_FALSE(f.shutterSounds(true));
 }

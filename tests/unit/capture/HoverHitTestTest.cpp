@@ -275,7 +275,7 @@ TEST(HoverMoveSteps, PicksAndRecordingsStopTheMoveEarly)
 {
     HoverMoveInput picking;
     picking.screenUnderMouse = true;
-    picking.stateOfMultiWindowScreenshots = 1;
+    picking.stateOfMultiWindowScreenshots = PickMode::Picking;
     picking.windowsPicked = true;
     const HoverMoveSteps steps = hoverMoveSteps(picking);
     EXPECT_TRUE(steps.runHover);
