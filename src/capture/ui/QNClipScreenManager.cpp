@@ -233,8 +233,11 @@ void QNClipScreenManager::giveFocusBack()
 {
     const std::uint32_t window = std::exchange(m_windowBefore, 0);
     // The user lands where the capture began; a pin keeps the focus it
-    // takes. The overlays are hidden by now, on the same connection.
-    if (window != 0 && !m_state.mapImage && m_activeWindow != nullptr)
+    // takes, and so does a dialog of ours that ended the capture, which
+    // would otherwise go behind that window. The overlays are hidden by
+    // now, on the same connection.
+    if (window != 0 && !m_state.mapImage && m_activeWindow != nullptr &&
+        QApplication::activeModalWidget() == nullptr)
         (void)m_activeWindow->activate(window);
 }
 
