@@ -63,7 +63,7 @@ protected:
 
 } // namespace
 
-TEST_F(CaptureFocus, TheWindowThatHadTheFocusGetsItBackAfterEscapeACopyOrItsOwnEnd)
+TEST_F(CaptureFocus, TheWindowThatHadTheFocusGetsItBackAfterEscapeOrACopyUnlessItClosed)
 {
     SolidWindow editor(*x, QRect(100, 100, 500, 350), QColor(0x20, 0x80, 0x40),
                        QStringLiteral("editor"));
