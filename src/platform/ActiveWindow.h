@@ -17,7 +17,8 @@ public:
     // window is active or the desktop does not say.
     [[nodiscard]] virtual std::uint32_t current() = 0;
     // Asks the desktop to make `window` active, as a pager asks, so that no
-    // focus-stealing rule refuses it. False, and nothing asked, when the
+    // focus-stealing rule refuses it, and returns once the desktop has done
+    // so or a short while has passed. False, and nothing asked, when the
     // window is gone.
     virtual bool activate(std::uint32_t window) = 0;
 };

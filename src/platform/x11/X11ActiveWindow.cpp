@@ -4,7 +4,9 @@
 #include "platform/x11/X11SharedConnection.h"
 #include "platform/x11/XcbHandles.h"
 
+#include <chrono>
 #include <cstring>
+#include <thread>
 
 namespace platform::x11 {
 
@@ -12,6 +14,9 @@ namespace {
 
 // EWMH's source indication of a pager (1 is an application).
 constexpr std::uint32_t kSourcePager = 2;
+// How long activate() waits for the window manager: 50 looks 2 ms apart.
+constexpr int kConfirmPolls = 50;
+constexpr std::chrono::milliseconds kConfirmInterval{2};
 
 } // namespace
 
@@ -83,6 +88,12 @@ bool X11ActiveWindow::activate(std::uint32_t window)
                    XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char*>(&message));
     xcb_flush(m->connection);
+    // The window manager raises the window as it activates it. Until it has
+    // (it names the window active after the raise), a capture started right
+    // away could map its overlay first and find the window over it; the
+    // wait is short, and bounded for a manager that never answers.
+    for (int i = 0; i < kConfirmPolls && current() != window; ++i)
+        std::this_thread::sleep_for(kConfirmInterval);
     return true;
 }
 

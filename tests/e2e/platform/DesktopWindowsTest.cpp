@@ -135,8 +135,10 @@ TEST_F(DesktopWindows, TheActiveWindowIsReadAndAskedForAgainButNotOnceItIsGone)
 
     ASSERT_TRUE(activateWindow(QString::number(other.id())));
     EXPECT_EQ(active.current(), other.id());
+    // It returns once the window manager has done it: a capture started
+    // next cannot map its overlay under the window's raise.
     EXPECT_TRUE(active.activate(editorId));
-    EXPECT_TRUE(waitFor([&] { return active.current() == editorId; }));
+    EXPECT_EQ(active.current(), editorId);
 
     // Withdrawn, then destroyed: not asked for either time.
     ASSERT_TRUE(activateWindow(QString::number(other.id())));
