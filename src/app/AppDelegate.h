@@ -108,6 +108,8 @@ public:
 
     [[nodiscard]] settings::Defaults& defaults() { return *m_defaults; }
     [[nodiscard]] capture::QNClipScreenManager& clipScreenManager() { return *m_clipManager; }
+    // The capture's messages, for what the desktop tells from outside.
+    [[nodiscard]] core::MessageBus& messages() { return m_messages; }
     [[nodiscard]] const QVariantMap& shortcutOfButton() const { return m_shortcutOfButton.table(); }
     // The actions' hooks into the image output and the recorder.
     [[nodiscard]] hotkeys::CaptureActions& captureActions() { return *m_captureActions; }

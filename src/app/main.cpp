@@ -7,13 +7,17 @@
 #include "app/WarmInstance.h"
 #include "app/launcher/ShotProgram.h"
 #include "app/output/ImageOutput.h"
+#include "capture/ui/QNClipScreenManager.h"
+#include "core/MessageBus.h"
 #include "platform/freedesktop/FreedesktopFileManager.h"
 #include "platform/freedesktop/FreedesktopNotifier.h"
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/CanberraSoundPlayer.h"
 #include "platform/linux/PulseAudioDevices.h"
 #include "platform/linux/TextToSpeechSpeaker.h"
+#include "platform/x11/X11ActiveWindow.h"
 #include "platform/x11/X11HotKeyCenter.h"
+#include "platform/x11/X11NotificationStacking.h"
 #include "platform/x11/X11PointerControl.h"
 #include "platform/x11/X11WindowServer.h"
 #include "settings/QSettingsStore.h"
@@ -126,10 +130,19 @@ int runInstance(const app::CommandLine& cl, int argc, char** argv)
     services.notifier = std::move(notifier);
     services.files = std::make_unique<platform::freedesktop::FreedesktopFileManager>(
         QDBusConnection::sessionBus());
+    // Before the delegate, so that they outlive the capture manager.
+    platform::x11::X11ActiveWindow activeWindow;
+    platform::x11::X11NotificationStacking notificationStacking;
     app::AppDelegate delegate(std::move(services));
     // A click on one of our notices shows the picture it tells of.
     notices.setActivatedHandler([&delegate](const platform::Notification& n) {
         delegate.imageOutput().didActivateNotification(n);
+    });
+    capture::QNClipScreenManager& captures = delegate.clipScreenManager();
+    captures.setDesktopWindows(&activeWindow, &notificationStacking);
+    // A notice shown during a capture must not hide under its overlay.
+    notices.setDeliveredHandler([&messages = delegate.messages()] {
+        messages.post(core::Message::DidDeliverNotification);
     });
 
     if (!delegate.registerOnBus()) {

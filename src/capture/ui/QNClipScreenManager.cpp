@@ -4,11 +4,13 @@
 #include "capture/logic/ClipEvents.h"
 #include "capture/logic/ModifierDoubleTap.h"
 #include "capture/logic/WindowFilter.h"
+#include "capture/ui/BannerWait.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindow.h"
 #include "capture/ui/QNClipWindowController.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
+#include "platform/ActiveWindow.h"
 #include "platform/PointerControl.h"
 #include "platform/SoundPlayer.h"
 #include "platform/WindowServer.h"
@@ -22,6 +24,7 @@
 #include <QTextStream>
 
 #include <chrono>
+#include <utility>
 
 namespace capture {
 
@@ -59,6 +62,16 @@ QNClipScreenManager::QNClipScreenManager(Services services, QObject* parent)
             [this] { handleMessage([this] { startAnnotation(); }); });
     connect(&m_bus, &core::MessageBus::startScreenShots, this,
             [this] { handleMessage([this] { startScreenShots(); }); });
+    connect(&m_bus, &core::MessageBus::didDeliverNotification, this,
+            [this] { handleMessage([this] { didDeliverNotification(); }); });
+}
+
+void QNClipScreenManager::setDesktopWindows(platform::ActiveWindow* activeWindow,
+                                            platform::NotificationStacking* notifications)
+{
+    m_activeWindow = activeWindow;
+    m_bannerWait =
+        notifications != nullptr ? std::make_unique<BannerWait>(*notifications, m_clock) : nullptr;
 }
 
 QNClipScreenManager::~QNClipScreenManager()
@@ -136,6 +149,8 @@ void QNClipScreenManager::startCapture()
         return;
     }
     m_isWorking = true;
+    // Before any overlay takes the keyboard.
+    m_windowBefore = m_activeWindow != nullptr ? m_activeWindow->current() : 0;
     m_state.finish.clear();
     m_state.startScreenShot = false;
     const auto started = m_clock.now();
@@ -225,10 +240,38 @@ void QNClipScreenManager::endAll()
     mouseOnButton = false;
     clearClipWindowControllerArray();
     m_windowServer.thaw();
+    if (m_bannerWait)
+        m_bannerWait->cancel();
+    giveFocusBack();
     const bool wasWorking = m_isWorking;
     m_isWorking = false;
     if (wasWorking)
         Q_EMIT captureEnded(m_finishing);
+}
+
+void QNClipScreenManager::giveFocusBack()
+{
+    const std::uint32_t window = std::exchange(m_windowBefore, 0);
+    // The user lands where the capture began; a pin keeps the focus it
+    // takes, and so does a dialog of ours that ended the capture, which
+    // would otherwise go behind that window. The overlays are hidden by
+    // now, on the same connection.
+    if (window != 0 && !m_state.finish.isPin() && m_activeWindow != nullptr &&
+        QApplication::activeModalWidget() == nullptr)
+        (void)m_activeWindow->activate(window);
+}
+
+void QNClipScreenManager::didDeliverNotification()
+{
+    if (!m_isWorking || !m_bannerWait)
+        return;
+    // Only the overlay of the deepest screen (the layout's first) makes
+    // way, and only with the pointer on it.
+    constexpr int deepestScreen = 0;
+    const QNClipWindowController* controller = currentScreenForMouseLocation() == deepestScreen
+                                                   ? controllerForScreen(deepestScreen)
+                                                   : nullptr;
+    m_bannerWait->begin(controller != nullptr ? controller->window() : nullptr);
 }
 
 void QNClipScreenManager::reset()

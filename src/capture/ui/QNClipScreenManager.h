@@ -11,8 +11,8 @@
 #include <QPointF>
 #include <QVariantMap>
 
+#include <cstdint>
 #include <functional>
-
 #include <memory>
 #include <vector>
 
@@ -27,6 +27,8 @@ namespace settings {
 class Defaults;
 }
 namespace platform {
+class ActiveWindow;
+class NotificationStacking;
 class WindowServer;
 class PointerControl;
 class SoundPlayer;
@@ -38,6 +40,7 @@ class AnnotatedImageController;
 
 namespace capture {
 
+class BannerWait;
 class QNClipWindowController;
 
 // The picture a capture ended with, composed from the frozen screen or
@@ -77,6 +80,13 @@ public:
     explicit QNClipScreenManager(Services services, QObject* parent = nullptr);
     ~QNClipScreenManager() override;
 
+    // The desktop's active window and notification popups, where the
+    // platform can tell them (either may be null): the window active at the
+    // trigger gets the focus back when the capture ends, and notices of ours
+    // show over the overlay.
+    void setDesktopWindows(platform::ActiveWindow* activeWindow,
+                           platform::NotificationStacking* notifications);
+
     [[nodiscard]] bool isWorking() const { return m_isWorking; }
     void startCapture();
     void changeKeyWindowWithScreen(int screen, int attempt = 0);
@@ -87,6 +97,7 @@ public:
     void cancelScreenShot();
     void startAnnotation();
     void startScreenShots();
+    void didDeliverNotification();
 
     // The capture ends with `result`: the overlays go, then the picture is
     // handed on.
@@ -150,6 +161,7 @@ private:
     template <typename Handler>
     void handleMessage(Handler handler);
     void endAll();
+    void giveFocusBack();
     [[nodiscard]] QNClipWindowController* controllerForScreen(int screen) const;
 
     CaptureContext& m_context;
@@ -168,6 +180,9 @@ private:
     // After the annotation controller: ended controllers go before it.
     OverlaySession m_session;
     std::vector<std::unique_ptr<QNClipWindowController>> m_controllers;
+    platform::ActiveWindow* m_activeWindow = nullptr;
+    std::uint32_t m_windowBefore = 0; // active at the trigger
+    std::unique_ptr<BannerWait> m_bannerWait;
     bool m_isWorking = false;
     bool m_finishing = false; // the capture ends with a picture
     int m_framesPending = 0;

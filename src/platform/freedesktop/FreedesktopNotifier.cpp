@@ -76,6 +76,8 @@ void FreedesktopNotifier::notify(const Notification& notification, std::function
                 m_shown.insert(reply.value(), notification);
                 if (delivered)
                     delivered();
+                if (m_delivered)
+                    m_delivered();
             });
 }
 

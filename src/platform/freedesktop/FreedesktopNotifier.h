@@ -28,6 +28,9 @@ public:
     explicit FreedesktopNotifier(QDBusConnection bus, QObject* parent = nullptr);
 
     void setActivatedHandler(Activated handler) { m_activated = std::move(handler); }
+    // Runs whenever the server has accepted one of our notices, after that
+    // notice's own `delivered`.
+    void setDeliveredHandler(std::function<void()> handler) { m_delivered = std::move(handler); }
     void notify(const Notification& notification, std::function<void()> delivered = {}) override;
 
     // Waits up to `timeoutMs` for the server to accept every notice sent so
@@ -47,6 +50,7 @@ private:
 
     QDBusConnection m_bus;
     Activated m_activated;
+    std::function<void()> m_delivered;
     QHash<uint, Notification> m_shown;
     QList<QDBusPendingCallWatcher*> m_pending;
     std::optional<bool> m_bodyMarkup;

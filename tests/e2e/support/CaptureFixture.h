@@ -20,6 +20,12 @@ namespace e2e {
 class CaptureFixture : public ::testing::Test
 {
 protected:
+    CaptureFixture() = default;
+    // A desktop with more parts, e.g. a notification server.
+    explicit CaptureFixture(TestDesktop::Options options)
+        : desktop(options)
+    {}
+
     static inline const QRect kPrimary{0, 0, 1920, 1080};
     static inline const QRect kSecond{1920, 0, 1280, 1024};
 

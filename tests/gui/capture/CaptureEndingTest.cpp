@@ -8,6 +8,7 @@
 #include "capture/ui/QNClipWindowController.h"
 #include "colour/logic/ColorReadoutState.h"
 #include "core/MessageBus.h"
+#include "platform/null/FakeActiveWindow.h"
 #include "platform/null/FakeWindowServer.h"
 #include "platform/null/NullServices.h"
 #include "settings/Defaults.h"
@@ -38,6 +39,7 @@ protected:
         windows.desktop = QImage(screen.size(), QImage::Format_ARGB32);
         windows.desktop.fill(Qt::darkGray);
         pointer.at = QPointF(100, 100);
+        manager.setDesktopWindows(&desktop, nullptr);
     }
 
     // The controllers of the running capture, watched.
@@ -55,6 +57,7 @@ protected:
             QCoreApplication::processEvents();
     }
 
+    platform::null::FakeActiveWindow desktop;
     CaptureContext context;
     CaptureState& state = context.capture();
     platform::null::FakeWindowServer windows;
@@ -142,7 +145,11 @@ TEST_F(CaptureEnding, AModalDialogAndACaptureAreNeverUpTogether)
     dialog.hide();
     turnEventLoop();
 
-    // A modal dialog that opens during a capture ends it.
+    // A modal dialog that opens during a capture ends it, and keeps the
+    // focus the capture would give back.
+    constexpr std::uint32_t editor = 5;
+    desktop.existing = {editor};
+    desktop.active = editor;
     manager.startCapture();
     ASSERT_TRUE(manager.isWorking());
     QDialog alert;
@@ -150,6 +157,7 @@ TEST_F(CaptureEnding, AModalDialogAndACaptureAreNeverUpTogether)
     alert.show();
     turnEventLoop();
     EXPECT_FALSE(manager.isWorking());
+    EXPECT_TRUE(desktop.activated.empty());
     alert.hide();
 
     // A window that is not modal leaves the capture alone.
@@ -160,5 +168,6 @@ TEST_F(CaptureEnding, AModalDialogAndACaptureAreNeverUpTogether)
     turnEventLoop();
     EXPECT_TRUE(manager.isWorking());
     manager.cancelScreenShot();
+    EXPECT_EQ(desktop.activated, std::vector<std::uint32_t>{editor});
     turnEventLoop();
 }

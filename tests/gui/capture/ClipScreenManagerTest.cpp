@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The region capture's timers run on the clock it is given: the right
-// button's short delay, the release of an ended capture's objects, and the
-// first turn on which the overlay windows are made ahead of any capture.
+// button's short delay, the release of an ended capture's objects, the
+// first turn on which the overlay windows are made ahead of any capture, and
+// the wait for a notice's popup. Also what a capture leaves the desktop: the
+// focus back where it began.
 #include "capture/logic/CaptureContext.h"
 #include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipWindow.h"
@@ -9,6 +11,8 @@
 #include "colour/logic/ColorReadoutState.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
+#include "platform/null/FakeActiveWindow.h"
+#include "platform/null/FakeNotificationStacking.h"
 #include "platform/null/FakeWindowServer.h"
 #include "platform/null/NullServices.h"
 #include "settings/Defaults.h"
@@ -83,6 +87,7 @@ protected:
         windows.desktop = QImage(screen.size(), QImage::Format_ARGB32);
         windows.desktop.fill(Qt::darkGray);
         pointer.at = QPointF(100, 100);
+        manager.setDesktopWindows(&desktop, &stacking);
     }
     ~ClipScreenManagerClock() override
     {
@@ -103,6 +108,8 @@ protected:
     }
 
     ManualClock clock;
+    platform::null::FakeActiveWindow desktop;
+    platform::null::FakeNotificationStacking stacking;
     CaptureContext context;
     CaptureState& state = context.capture();
     platform::null::FakeWindowServer windows;
@@ -218,4 +225,91 @@ TEST_F(ClipScreenManagerClock, TheOverlaysArePaintedUnseenOnTheFirstTurnAndKeptF
     EXPECT_EQ(manager.controllers().front()->window(), window.data());
     EXPECT_EQ(overlayWindows().size(), made.size());
     manager.cancelScreenShot();
+}
+
+TEST_F(ClipScreenManagerClock, TheWindowActiveAtTheTriggerGetsTheFocusBackHoweverTheCaptureEnds)
+{
+    constexpr std::uint32_t editor = 7;
+    constexpr std::uint32_t chat = 9;
+    desktop.existing = {editor, chat};
+    const auto focusAfter = [&](const std::function<void()>& ending) {
+        desktop.active = editor;
+        desktop.activated.clear();
+        manager.startCapture();
+        // Another window takes the focus meanwhile (one that opened, say).
+        desktop.active = chat;
+        ending();
+        EXPECT_FALSE(manager.isWorking());
+        clock.advance(1s);
+        return desktop.activated;
+    };
+    using Granted = std::vector<std::uint32_t>;
+
+    EXPECT_EQ(focusAfter([&] { bus.send(core::Message::CancelScreenShot); }), Granted{editor});
+    EXPECT_EQ(focusAfter([&] {
+                  pressRightButton();
+                  clock.advance(10ms);
+              }),
+              Granted{editor});
+    EXPECT_EQ(focusAfter([&] {
+                  FinishedCapture copy;
+                  copy.picture = core::Picture::pixelsAsPoints(windows.desktop);
+                  copy.destination = FinishDestination::Clipboard;
+                  manager.finishCapture(manager.controllers().front().get(), copy);
+              }),
+              Granted{editor});
+    EXPECT_EQ(desktop.active, editor);
+
+    // A pin keeps the focus it takes.
+    EXPECT_EQ(focusAfter([&] {
+                  state.finish.pin();
+                  FinishedCapture pin;
+                  pin.picture = core::Picture::pixelsAsPoints(windows.desktop);
+                  pin.destination = FinishDestination::Pin;
+                  manager.finishCapture(manager.controllers().front().get(), pin);
+              }),
+              Granted{});
+    state.finish.clear();
+
+    // A window closed during the capture is not asked for, and the capture
+    // still ends; so does one with no window active at the trigger.
+    desktop.existing.erase(editor);
+    EXPECT_EQ(focusAfter([&] { manager.cancelScreenShot(); }), Granted{});
+    desktop.active = 0;
+    manager.startCapture();
+    desktop.active = chat;
+    manager.cancelScreenShot();
+    EXPECT_TRUE(desktop.activated.empty());
+    EXPECT_EQ(desktop.active, chat);
+}
+
+TEST_F(ClipScreenManagerClock, ANoticeDeliveredDuringACaptureShowsOverItsOverlayUntilItGoes)
+{
+    bool popup = true;
+    stacking.shown = [&] { return popup; };
+    // Outside a capture there is no overlay to make way.
+    bus.send(core::Message::DidDeliverNotification);
+    EXPECT_TRUE(stacking.requests.empty());
+
+    manager.startCapture();
+    QNClipWindow* overlay = manager.controllers().front()->window();
+    ASSERT_NE(overlay, nullptr);
+    bus.send(core::Message::DidDeliverNotification);
+    using Request = platform::null::FakeNotificationStacking::Request;
+    using Restack = platform::null::FakeNotificationStacking::Restack;
+    ASSERT_EQ(stacking.requests,
+              (std::vector<Request>{{Restack::NotificationsAbove, overlay->winId()}}));
+    popup = false;
+    clock.advance(5500ms);
+    EXPECT_EQ(stacking.requests.back(), (Request{Restack::OverlayOnTop, overlay->winId()}));
+
+    // A capture that ends during the wait takes it along: its overlay, kept
+    // for the next capture, is not raised.
+    popup = true;
+    bus.send(core::Message::DidDeliverNotification);
+    const auto before = stacking.requests.size();
+    manager.cancelScreenShot();
+    popup = false;
+    clock.advance(30s);
+    EXPECT_EQ(stacking.requests.size(), before);
 }
