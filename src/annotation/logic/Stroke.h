@@ -22,6 +22,14 @@ inline constexpr int Mosaic = 5;
 inline constexpr int Text = 6;
 inline constexpr int Note = 7;
 inline constexpr int Highlight = 8;
+
+// The types the stroke layer paints by itself: shapes, lines, arrows and
+// pencil paths. Mosaic, highlight, text and notes need layers and views of
+// their own.
+[[nodiscard]] constexpr bool isShapeType(int type)
+{
+    return type >= Square && type <= PencilPen;
+}
 } // namespace stroketype
 
 // One snapshot of a mark on a capture. The fields carry the names of the

@@ -239,7 +239,10 @@ void AnnotatedImageController::adjustColorAndSizeButton(int number)
 
 bool AnnotatedImageController::hasDrawingTool() const
 {
-    return m_toolBar.drawingToolChosen();
+    // Until their layers exist, the other tools leave a press in the
+    // selection to the selection itself.
+    return m_toolBar.drawingToolChosen() &&
+           annotation::stroketype::isShapeType(m_toolBar.numberOfSelectFunction);
 }
 
 std::optional<overlay::StrokeTraits> AnnotatedImageController::currentStroke() const
