@@ -199,3 +199,60 @@ TEST_F(MarkUp, StrokeEdgesAreSharpOnAScaledMonitor)
     EXPECT_EQ(red, 6);
     EXPECT_TRUE(isRed(marked.pixelColor(100, row)));
 }
+
+TEST_F(MarkUp, EllipseLineArrowAndPencilKeysDrawWhereThePointerWent)
+{
+    startKelvoWith(kPlain);
+    const QImage screen = x->grabRoot(kRegion).convertToFormat(QImage::Format_RGB32);
+    selectRegion();
+
+    typeKey("2");
+    strokeIn(QPoint(20, 20), QPoint(140, 100));
+    typeKey("3");
+    strokeIn(QPoint(180, 40), QPoint(300, 40));
+    typeKey("4");
+    strokeIn(QPoint(20, 200), QPoint(220, 200));
+    // The pencil through a bent path, one move at a time.
+    typeKey("5");
+    const std::vector<QPoint> path{{300, 200}, {320, 200}, {340, 200}, {360, 220},
+                                   {360, 260}, {340, 280}, {330, 290}};
+    x->movePointer(kRegion.x() + path[0].x(), kRegion.y() + path[0].y());
+    x->pressButton(1);
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        // Halfway first, so every leg brings more than one drag event.
+        const QPoint half = (path[i - 1] + path[i]) / 2;
+        x->movePointer(kRegion.x() + half.x(), kRegion.y() + half.y());
+        barrier();
+        x->movePointer(kRegion.x() + path[i].x(), kRegion.y() + path[i].y());
+        barrier();
+    }
+    x->releaseButton(1);
+    barrier();
+    const QImage marked = copyAndRead({});
+    ASSERT_EQ(marked.size(), kRegion.size());
+    const auto unchanged = [&](QPoint p) { return marked.pixel(p) == screen.pixel(p); };
+    // Half-transparent red over the screen, as lines and the pencil start.
+    const auto halfRed = [&](QPoint p) {
+        const QColor c = marked.pixelColor(p);
+        const QColor s = screen.pixelColor(p);
+        return std::abs(c.red() - (255 + s.red()) / 2) <= 4 &&
+               std::abs(c.green() - s.green() / 2) <= 4 && std::abs(c.blue() - s.blue() / 2) <= 4;
+    };
+
+    // The ellipse touches its box's edges, not its corners or its middle.
+    EXPECT_TRUE(isRed(marked.pixelColor(80, 20)));
+    EXPECT_TRUE(isRed(marked.pixelColor(20, 60)));
+    EXPECT_TRUE(unchanged({24, 24}));
+    EXPECT_TRUE(unchanged({80, 60}));
+    // The line, 16 points wide.
+    EXPECT_TRUE(halfRed({240, 40}));
+    EXPECT_TRUE(halfRed({240, 46}));
+    EXPECT_TRUE(unchanged({240, 60}));
+    // The arrow's tip at the release point, nothing past it.
+    EXPECT_TRUE(isRed(marked.pixelColor(214, 200)));
+    EXPECT_TRUE(unchanged({226, 200}));
+    // The pencil passes through every position of the pointer.
+    for (QPoint p : path)
+        EXPECT_TRUE(halfRed(p)) << p.x() << "," << p.y();
+    EXPECT_TRUE(unchanged({320, 260}));
+}
