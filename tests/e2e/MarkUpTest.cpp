@@ -3,6 +3,7 @@
 // dragged inside the selection, undo, redo and delete, and the marks in the
 // picture that reaches the clipboard.
 #include "support/CaptureFixture.h"
+#include "support/Golden.h"
 
 #include <QImage>
 
@@ -74,6 +75,23 @@ protected:
         }));
         last = png;
         return QImage::fromData(png, "PNG").convertToFormat(QImage::Format_RGB32);
+    }
+
+    // A stroke of every tool that draws, each in its own part of the
+    // region; two of the pencil.
+    void drawEveryTool()
+    {
+        typeKey("1");
+        strokeIn(QPoint(20, 20), QPoint(140, 100));
+        typeKey("2");
+        strokeIn(QPoint(180, 20), QPoint(300, 100));
+        typeKey("3");
+        strokeIn(QPoint(340, 30), QPoint(460, 90));
+        typeKey("4");
+        strokeIn(QPoint(40, 320), QPoint(200, 160));
+        typeKey("5");
+        strokeIn(QPoint(260, 180), QPoint(320, 300));
+        strokeIn(QPoint(340, 300), QPoint(440, 180));
     }
 
     QByteArray last;
@@ -255,4 +273,31 @@ TEST_F(MarkUp, EllipseLineArrowAndPencilKeysDrawWhereThePointerWent)
     for (QPoint p : path)
         EXPECT_TRUE(halfRed(p)) << p.x() << "," << p.y();
     EXPECT_TRUE(unchanged({320, 260}));
+}
+
+// Recorded once with KELVO_UPDATE_GOLDENS=1 and looked at.
+TEST_F(MarkUp, RoundedRectangleFilledEllipseAndStrokedArrowMatchTheirGolden)
+{
+    QMap<QString, QString> prefs = kPlain;
+    prefs.insert(QStringLiteral("enableRoundOfSquare"), QStringLiteral("YES"));
+    prefs.insert(QStringLiteral("filledOfEllipse"), QStringLiteral("YES"));
+    prefs.insert(QStringLiteral("normalTypeOfArrow"), QStringLiteral("YES"));
+    startKelvoWith(prefs);
+    selectRegion();
+    drawEveryTool();
+    const GoldenResult golden =
+        compareWithGolden(copyAndRead({}), QStringLiteral("markup-rounded"));
+    EXPECT_TRUE(golden.matches) << golden.message.toStdString();
+}
+
+TEST_F(MarkUp, FilledRectangleAndTaperedArrowMatchTheirGolden)
+{
+    QMap<QString, QString> prefs = kPlain;
+    prefs.insert(QStringLiteral("filledOfSquare"), QStringLiteral("YES"));
+    prefs.insert(QStringLiteral("normalTypeOfArrow"), QStringLiteral("NO"));
+    startKelvoWith(prefs);
+    selectRegion();
+    drawEveryTool();
+    const GoldenResult golden = compareWithGolden(copyAndRead({}), QStringLiteral("markup-filled"));
+    EXPECT_TRUE(golden.matches) << golden.message.toStdString();
 }
