@@ -76,6 +76,16 @@ CompositionLayout layOutComposition(const CompositionInput& in)
     return out;
 }
 
+QRectF marksArea(const CompositionInput& in)
+{
+    const CompositionLayout layout = layOutComposition(in);
+    // The marks sit centred in the frame: a region's band, a window's band
+    // and shadow room, are cut off evenly on every side.
+    const qreal dx = (in.R.width() - layout.marks.width()) / 2;
+    const qreal dy = (in.R.height() - layout.marks.height()) / 2;
+    return in.R.adjusted(dx, dy, -dx, -dy);
+}
+
 core::Picture composeCapture(const CompositionInput& in)
 {
     const CompositionLayout layout = layOutComposition(in);

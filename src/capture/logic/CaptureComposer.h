@@ -56,6 +56,11 @@ struct CompositionLayout
 // region goes, with or without a shadow.
 [[nodiscard]] CompositionLayout layOutComposition(const CompositionInput& in);
 
+// Where the mark-up layer of the finished picture is taken from, in the
+// overlay's points (origin at the bottom left): the part of the crop border's
+// frame that lands on the layout's `marks`.
+[[nodiscard]] QRectF marksArea(const CompositionInput& in);
+
 // The final picture: the frozen windows or screen, shadows and rounding,
 // and the mark-up, at the screen's pixel density. Null when the selection
 // is empty.

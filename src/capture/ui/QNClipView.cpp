@@ -14,6 +14,7 @@
 #include "platform/WindowServer.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
+#include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QPainter>
 
@@ -205,7 +206,9 @@ void QNClipView::syncCropBorder()
             annotation::CropBorderContext context;
             context.toolbarViewOpend = state.toolbarViewOpend;
             context.clipToolbarWindowOpened = state.clipToolbarWindowOpened;
-            // Drawing tools, strokes, scrolling and recording are not part
+            // A chosen drawing tool takes the selection's body for itself.
+            context.toolSelected = m_manager.annotatedImageController().hasDrawingTool();
+            // Strokes under the pointer, scrolling and recording are not part
             // of the overlay yet, so they never claim the pointer.
             return context;
         });

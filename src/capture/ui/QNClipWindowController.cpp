@@ -7,6 +7,7 @@
 #include "capture/ui/QNClipWindow.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
+#include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QTextStream>
 
@@ -119,7 +120,8 @@ void QNClipWindowController::clipScreen()
         m_delegate->clipWindowController(this);
     m_state.startScreenShot = false;
 
-    const CompositionInput input = m_clipView->compositionInput();
+    CompositionInput input = m_clipView->compositionInput();
+    input.marks = m_delegate->annotatedImageController().renderMarks(marksArea(input), input.scale);
     FinishedCapture result;
     result.picture = composeCapture(input);
     result.screen = m_screenIndex;

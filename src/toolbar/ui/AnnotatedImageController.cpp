@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/ui/AnnotatedImageController.h"
 
+#include "annotation/render/StrokePainter.h"
+#include "annotation/ui/AnnotatedImageView.h"
 #include "capture/logic/CaptureContext.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
@@ -9,6 +11,7 @@
 #include "settings/PreferenceActions.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/ToolRegistry.h"
+#include "toolbar/logic/ToolTraits.h"
 #include "toolbar/ui/ClipToolBar.h"
 
 #include <QWidget>
@@ -32,6 +35,7 @@ AnnotatedImageController::AnnotatedImageController(capture::CaptureContext& cont
 
 AnnotatedImageController::~AnnotatedImageController()
 {
+    delete m_imageView.data();
     delete m_bar.data();
 }
 
@@ -69,6 +73,13 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
                 chooseTool(*entry);
         });
     }
+    if (m_imageView == nullptr) {
+        m_imageView = new annotation::AnnotatedImageView(m_strokes);
+        m_imageView->setCurrentFunction([this] { return m_input.currentFunction(); });
+    }
+    // The stroke layer lies over the overlay's own layers, under the bar.
+    m_imageView->setParent(overlay);
+    m_imageView->show();
     m_bar->setParent(overlay);
     m_bar->setUpdatesPin(m_state.annotatedOnMap);
 
@@ -87,6 +98,15 @@ void AnnotatedImageController::closeWindow()
     if (m_state.clipToolbarWindowOpened && m_loaded)
         m_dataOfUsers.store(m_defaults);
     m_state.clipToolbarWindowOpened = false;
+    // Nothing of a capture's mark-up outlives it.
+    m_strokes.clear();
+    m_toolBar.reset();
+    if (m_bar != nullptr)
+        m_bar->setSelectedTool(QString());
+    if (m_imageView != nullptr) {
+        m_imageView->hide();
+        m_imageView->setParent(nullptr);
+    }
     if (m_bar != nullptr) {
         m_bar->hide();
         // Off the overlay, which goes back to its pool.
@@ -98,8 +118,18 @@ void AnnotatedImageController::closeWindow()
                        [this] { m_state.finish.forgetPin(); });
 }
 
+void AnnotatedImageController::placeImageView()
+{
+    if (m_imageView == nullptr || m_imageView->parentWidget() == nullptr)
+        return;
+    // The selection itself: the crop border's frame less its band.
+    m_imageView->setFrameInOverlay(m_state.currentRectOfAnnotatedImageView.adjusted(6, 6, -6, -6));
+    m_imageView->raise();
+}
+
 void AnnotatedImageController::resetButtonBox()
 {
+    placeImageView();
     if (m_bar == nullptr || m_bar->parentWidget() == nullptr || !m_selection)
         return;
     const QRectF box = placeButtonBox(m_selection(), m_bar->parentWidget()->size());
@@ -123,6 +153,10 @@ void AnnotatedImageController::unhiddenButton()
 
 void AnnotatedImageController::startFinish()
 {
+    // No handles in the finished picture.
+    m_strokes.dicOfCurrentStroke.reset();
+    if (m_imageView != nullptr)
+        m_imageView->update();
     m_state.startScreenShot = true;
     m_state.screenShotIsFinished = false;
     m_bus.post(core::Message::StartScreenShots);
@@ -163,10 +197,170 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
         cancelButtonClick();
         break;
     default:
-        // The drawing tools and the scrolling capture come with their own
-        // parts of the mark-up.
+        if (entry.can(can::Draw))
+            chooseDrawingTool(entry);
+        // The scrolling capture comes with its own part of the mark-up.
         break;
     }
+}
+
+void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
+{
+    // A second choice of the tool that is on leaves it on (and its button
+    // pressed, which a click on it would otherwise toggle).
+    if (m_toolBar.oldSelectFunction == entry.name) {
+        if (m_bar != nullptr)
+            m_bar->setSelectedTool(m_toolBar.selectFunction);
+        return;
+    }
+    const QString left = m_toolBar.selectFunction;
+    m_strokes.dicOfCurrentStroke.reset();
+    adjustColorAndSizeButton(entry.number());
+    if (left == tool(ToolId::Highlight).name)
+        m_bus.post(core::Message::RefreshHighlightDrawRect);
+    if (left == tool(ToolId::Mosaic).name)
+        m_bus.post(core::Message::RefreshMosaicDrawRect);
+    if (m_imageView != nullptr)
+        m_imageView->update();
+}
+
+void AnnotatedImageController::adjustColorAndSizeButton(int number)
+{
+    m_toolBar.adjust(number);
+    if (m_bar != nullptr)
+        m_bar->setSelectedTool(m_toolBar.selectFunction);
+}
+
+bool AnnotatedImageController::hasDrawingTool() const
+{
+    // Until their layers exist, the other tools leave a press in the
+    // selection to the selection itself.
+    return m_toolBar.drawingToolChosen() &&
+           annotation::stroketype::isShapeType(m_toolBar.numberOfSelectFunction);
+}
+
+std::optional<overlay::StrokeTraits> AnnotatedImageController::currentStroke() const
+{
+    if (!m_strokes.dicOfCurrentStroke)
+        return std::nullopt;
+    const int type = m_strokes.dicOfCurrentStroke->type;
+    if (type < 0 || type >= static_cast<int>(kTools.size()))
+        return overlay::StrokeTraits{};
+    return strokeTraitsOf(kTools[static_cast<std::size_t>(type)]);
+}
+
+bool AnnotatedImageController::hasStrokes() const
+{
+    return !m_strokes.arrayOfStrokes().empty();
+}
+
+bool AnnotatedImageController::everythingUndone() const
+{
+    return m_strokes.everythingUndone();
+}
+
+annotation::NewStrokeSettings AnnotatedImageController::newStrokeSettings() const
+{
+    annotation::NewStrokeSettings settings;
+    const QString name = m_toolBar.selectFunction;
+    settings.color = m_dataOfUsers.color(name);
+    if (!settings.color.isValid())
+        settings.color = Qt::red;
+    settings.size = m_dataOfUsers.size(name);
+    const QVariant alpha = m_dataOfUsers.tool(name).value(QStringLiteral("colorAlpha"));
+    bool ok = false;
+    const double value = alpha.toString().toDouble(&ok);
+    if (alpha.isValid() && ok)
+        settings.colorAlpha = value;
+    settings.normalTypeOfArrow = m_defaults.boolForKey(keys::normalTypeOfArrow);
+    settings.enableRoundOfSquare = m_defaults.boolForKey(keys::enableRoundOfSquare);
+    settings.filledOfSquare = m_defaults.boolForKey(keys::filledOfSquare);
+    settings.filledOfEllipse = m_defaults.boolForKey(keys::filledOfEllipse);
+    settings.selectedGaussianBlured = m_defaults.boolForKey(keys::selectedGaussianBlured);
+    settings.ellipseOfHighlight = m_defaults.boolForKey(keys::ellipseOfHighlight);
+    return settings;
+}
+
+void AnnotatedImageController::refreshLayers(int type)
+{
+    if (type == annotation::stroketype::Highlight)
+        m_bus.post(core::Message::RefreshHighlightDrawRect);
+    if (type == annotation::stroketype::Highlight || type == annotation::stroketype::Mosaic)
+        m_bus.post(core::Message::RefreshMosaicDrawRect);
+}
+
+void AnnotatedImageController::apply(const annotation::StrokeReaction& reaction)
+{
+    if (reaction.adjustTool)
+        adjustColorAndSizeButton(*reaction.adjustTool);
+    if (reaction.refreshHighlight)
+        m_bus.post(core::Message::RefreshHighlightDrawRect);
+    if (reaction.refreshMosaic)
+        m_bus.post(core::Message::RefreshMosaicDrawRect);
+    if (reaction.disableTextView)
+        m_bus.post(core::Message::DisableTextView);
+    if (reaction.redraw && m_imageView != nullptr)
+        m_imageView->update();
+}
+
+void AnnotatedImageController::pointerPressed(const overlay::ClipMouseEvent& event)
+{
+    // Grabbing a stroke under the pointer comes with stroke editing: until
+    // then a press on the open hand finds none.
+    apply(m_input.mouseDown(event.location, m_state.pointerRole, m_toolBar.numberOfSelectFunction,
+                            newStrokeSettings(), [](QPointF) { return false; }));
+}
+
+void AnnotatedImageController::pointerDragged(const overlay::ClipMouseEvent& event)
+{
+    apply(m_input.mouseDragged(event.location));
+}
+
+void AnnotatedImageController::pointerReleased(const overlay::ClipMouseEvent& event)
+{
+    apply(m_input.mouseUp(event.location));
+}
+
+void AnnotatedImageController::clearTool()
+{
+    m_toolBar.adjust(-1);
+    if (m_bar != nullptr)
+        m_bar->setSelectedTool(QString());
+}
+
+void AnnotatedImageController::undo()
+{
+    m_strokes.undoDraw();
+    refreshLayers(annotation::stroketype::Highlight);
+    if (m_imageView != nullptr)
+        m_imageView->update();
+}
+
+void AnnotatedImageController::redo()
+{
+    if (!m_strokes.redoDraw())
+        return;
+    refreshLayers(annotation::stroketype::Highlight);
+    if (m_imageView != nullptr)
+        m_imageView->update();
+}
+
+void AnnotatedImageController::deleteCurrentStroke()
+{
+    const std::optional<int> type = m_strokes.deleteCurrentStroke();
+    if (!type)
+        return;
+    if (*type == annotation::stroketype::Mosaic || *type == annotation::stroketype::Highlight)
+        refreshLayers(*type);
+    else
+        m_bus.post(core::Message::RefreshOthersDrawRect);
+    if (m_imageView != nullptr)
+        m_imageView->update();
+}
+
+QImage AnnotatedImageController::renderMarks(const QRectF& area, double scale) const
+{
+    return annotation::StrokePainter::renderLayer(m_strokes, area, scale);
 }
 
 bool AnnotatedImageController::shortcutTyped(const overlay::ClipKeyEvent& event,

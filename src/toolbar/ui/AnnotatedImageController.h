@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "annotation/logic/StrokeInput.h"
+#include "annotation/logic/StrokeState.h"
 #include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
+#include "toolbar/logic/ToolBarState.h"
 #include "toolbar/ui/ClipToolBar.h"
 
+#include <QImage>
 #include <QObject>
 #include <QPointer>
 #include <QRectF>
@@ -12,6 +16,9 @@
 
 #include <functional>
 
+namespace annotation {
+class AnnotatedImageView;
+}
 namespace capture {
 class CaptureContext;
 struct CaptureState;
@@ -32,8 +39,9 @@ struct ToolEntry;
 // the screen of the selection with the tool bar under the selection, keeps
 // each tool's remembered settings, follows the preferences that change
 // them, and turns the four finishing buttons into the capture's end. It is
-// the mark-up the overlay drives: strokes and text views come with the
-// stroke engine, so until then it answers that there are none.
+// the mark-up the overlay drives: it holds the capture's strokes, turns the
+// pointer into them and shows them in the stroke layer over the selection.
+// Text views come later, so it answers that none is open.
 class AnnotatedImageController final : public QObject, public overlay::AnnotationInput
 {
     Q_OBJECT
@@ -61,32 +69,28 @@ public:
     void chooseTool(const ToolEntry& entry);
 
     // What the overlay asks and tells the mark-up.
-    [[nodiscard]] bool hasDrawingTool() const override { return false; }
-    [[nodiscard]] std::optional<overlay::StrokeTraits> currentStroke() const override
-    {
-        return std::nullopt;
-    }
-    [[nodiscard]] bool hasStrokes() const override { return false; }
-    // With no history, nothing is left to undo.
-    [[nodiscard]] bool everythingUndone() const override { return true; }
+    [[nodiscard]] bool hasDrawingTool() const override;
+    [[nodiscard]] std::optional<overlay::StrokeTraits> currentStroke() const override;
+    [[nodiscard]] bool hasStrokes() const override;
+    [[nodiscard]] bool everythingUndone() const override;
     [[nodiscard]] bool textViewOpened() const override { return false; }
     [[nodiscard]] bool caretNearTextStart() const override { return true; }
-    void pointerPressed(const overlay::ClipMouseEvent&) override {}
-    void pointerDragged(const overlay::ClipMouseEvent&) override {}
-    void pointerReleased(const overlay::ClipMouseEvent&) override {}
+    void pointerPressed(const overlay::ClipMouseEvent& event) override;
+    void pointerDragged(const overlay::ClipMouseEvent& event) override;
+    void pointerReleased(const overlay::ClipMouseEvent& event) override;
     void endTextEdit() override {}
     void openTextView() override {}
     void textKey(overlay::TextKey) override {}
     void keyPressed(const overlay::ClipKeyEvent&) override {}
     bool shortcutTyped(const overlay::ClipKeyEvent& event,
                        const overlay::ShortcutContext& context) override;
-    void clearTool() override {}
+    void clearTool() override;
     void hideSelectionBoxes() override {}
     void disableScrollCapture() override {}
-    void undo() override {}
-    void redo() override {}
+    void undo() override;
+    void redo() override;
     void disableUndo() override {}
-    void deleteCurrentStroke() override {}
+    void deleteCurrentStroke() override;
     void copyToPaste() override { copyToPasteButtonClick(); }
 
     // Whether the bar is shown and under the global point.
@@ -94,6 +98,12 @@ public:
     [[nodiscard]] ClipToolBar* toolBar() const { return m_bar; }
     [[nodiscard]] DataOfUsers& dataOfUsers() { return m_dataOfUsers; }
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
+    [[nodiscard]] const annotation::StrokeState& strokes() const { return m_strokes; }
+    [[nodiscard]] const ToolBarState& toolBarState() const { return m_toolBar; }
+
+    // The stroke layer alone over `area` (overlay-local points, y up) at
+    // `scale` pixels per point: the marks of the finished picture.
+    [[nodiscard]] QImage renderMarks(const QRectF& area, double scale) const;
 
 private:
     void windowDidLoad();
@@ -101,13 +111,25 @@ private:
     void startFinish();
     void observeValueForKeyPath(const QString& key, const QVariant& value);
     void makeExclusivePairsSane();
+    // A drawing tool chosen by its button or its short cut.
+    void chooseDrawingTool(const ToolEntry& entry);
+    // Sets the tool and shows it on the bar.
+    void adjustColorAndSizeButton(int number);
+    [[nodiscard]] annotation::NewStrokeSettings newStrokeSettings() const;
+    void apply(const annotation::StrokeReaction& reaction);
+    void refreshLayers(int type);
+    void placeImageView();
 
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
     core::MessageBus& m_bus;
     core::Clock& m_clock;
     DataOfUsers m_dataOfUsers;
-    QPointer<ClipToolBar> m_bar; // lives in the overlay while open
+    ToolBarState m_toolBar;
+    annotation::StrokeState m_strokes; // emptied when the capture ends
+    annotation::StrokeInput m_input{m_strokes};
+    QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
+    QPointer<ClipToolBar> m_bar;                          // lives in the overlay while open
     std::function<QRectF()> m_selection;
     bool m_loaded = false;
     // A preference written here, so its change notice is our own echo.

@@ -31,8 +31,10 @@ ClipToolBar::ClipToolBar(QWidget* parent)
     for (const QString& name : buttonNames()) {
         auto* b = new QToolButton(this);
         b->setObjectName(name);
-        if (const ToolEntry* entry = toolNamed(name))
+        if (const ToolEntry* entry = toolNamed(name)) {
             b->setIcon(toolIcon(QString(entry->iconName)));
+            b->setCheckable(entry->can(can::Draw));
+        }
         b->setIconSize(QSize(20, 20));
         b->setToolTip(toolTipOf(name));
         b->setAutoRaise(true);
@@ -50,6 +52,14 @@ void ClipToolBar::setUpdatesPin(bool updatesPin)
 {
     if (QToolButton* copy = button(QString(tool(ToolId::CopyToPaste).name)))
         copy->setToolTip(core::localized(updatesPin ? "Update Map" : "Copy to Paste"));
+}
+
+void ClipToolBar::setSelectedTool(const QString& name)
+{
+    for (auto it = m_buttons.constBegin(); it != m_buttons.constEnd(); ++it) {
+        if (it.value()->isCheckable())
+            it.value()->setChecked(it.key() == name);
+    }
 }
 
 void ClipToolBar::paintEvent(QPaintEvent*)

@@ -19,6 +19,8 @@ public:
     [[nodiscard]] QToolButton* button(const QString& name) const { return m_buttons.value(name); }
     // The copy button reads "Update Map" while a pin is being marked up.
     void setUpdatesPin(bool updatesPin);
+    // The chosen drawing tool's button shows pressed; "" for none.
+    void setSelectedTool(const QString& name);
 
 Q_SIGNALS:
     void clicked(const QString& name);

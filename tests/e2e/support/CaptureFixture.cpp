@@ -29,7 +29,8 @@ QString CaptureFixture::confPath() const
     return desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf");
 }
 
-void CaptureFixture::startKelvoWith(const QMap<QString, QString>& preferences)
+void CaptureFixture::startKelvoWith(const QMap<QString, QString>& preferences,
+                                    QProcessEnvironment env)
 {
     if (!QFileInfo::exists(confPath())) {
         startKelvo();
@@ -47,7 +48,7 @@ void CaptureFixture::startKelvoWith(const QMap<QString, QString>& preferences)
         conf.sync();
         ASSERT_EQ(conf.status(), QSettings::NoError);
     }
-    startKelvo();
+    startKelvo(std::move(env));
 }
 
 void CaptureFixture::triggerCapture()

@@ -34,8 +34,9 @@ protected:
     // Starts the tray instance and waits until it answers on the bus.
     void startKelvo(QProcessEnvironment env = {});
     // Kelvo started with these preferences over its first-run values: a
-    // first start writes those, then the given ones go in before the real start.
-    void startKelvoWith(const QMap<QString, QString>& preferences);
+    // first start writes those, then the given ones go in before the real
+    // start, which gets `env` too.
+    void startKelvoWith(const QMap<QString, QString>& preferences, QProcessEnvironment env = {});
     [[nodiscard]] QString confPath() const;
     // `kelvo gui`, which returns once the instance has taken the request.
     void triggerCapture();

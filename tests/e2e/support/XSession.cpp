@@ -326,6 +326,12 @@ std::uint32_t XSession::keysymOf(const char* keysymName)
         return XK_Alt_L;
     if (std::strcmp(keysymName, "KP_Enter") == 0)
         return XK_KP_Enter;
+    if (std::strcmp(keysymName, "Control_L") == 0)
+        return XK_Control_L;
+    if (std::strcmp(keysymName, "Delete") == 0)
+        return XK_Delete;
+    if (std::strcmp(keysymName, "BackSpace") == 0)
+        return XK_BackSpace;
     if (std::strlen(keysymName) == 1)
         return static_cast<unsigned char>(keysymName[0]);
     return 0;

@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "annotation/render/StrokePainter.h"
+
+#include "annotation/logic/StrokeGeometry.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+
+namespace annotation {
+
+namespace {
+
+namespace st = stroketype;
+namespace g = geometry;
+
+constexpr double kRoundRadius = 8.0;
+// The invisible skirt widens a thin stroke's pixels for the pointer.
+constexpr double kSkirtWidth = 7.0;
+constexpr float kSkirtAlpha = 0.01f;
+// The pencil's skirt only for paths this thin or thinner.
+constexpr int kThinPencil = 6;
+
+QPen strokePen(const QColor& colour, double width, Qt::PenCapStyle cap = Qt::FlatCap,
+               Qt::PenJoinStyle join = Qt::MiterJoin)
+{
+    QPen pen(colour, width, Qt::SolidLine, cap, join);
+    // Keeps joins of a wide stroke whole, as a path stroker of the drawing
+    // rules does.
+    pen.setMiterLimit(10);
+    return pen;
+}
+
+int widthOf(const Stroke& s)
+{
+    return static_cast<int>(s.size); // read as an integer
+}
+
+} // namespace
+
+StrokePainter::StrokePainter(QPainter& painter, QPointF origin)
+    : m_painter(painter)
+    , m_origin(origin)
+{}
+
+void StrokePainter::yUp(QPainter& painter, double height)
+{
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(QTransform(1, 0, 0, -1, 0, height), true);
+}
+
+QImage StrokePainter::renderLayer(const StrokeState& state, const QRectF& area, double scale)
+{
+    QImage image(qRound(area.width() * scale), qRound(area.height() * scale),
+                 QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return image;
+    image.fill(Qt::transparent);
+    image.setDevicePixelRatio(scale);
+    QPainter painter(&image);
+    yUp(painter, area.height());
+    StrokePainter(painter, area.topLeft()).paintLayer(state, std::nullopt);
+    return image;
+}
+
+QPointF StrokePainter::view(double x, double y) const
+{
+    return QPointF(x - m_origin.x(), y - m_origin.y());
+}
+
+void StrokePainter::paintLayer(const StrokeState& state, std::optional<int> currentFunction)
+{
+    // Newest first without the active stroke; painted oldest first, so a
+    // stroke changed last lies on top.
+    const std::vector<Stroke> strokes = state.currentStrokes(true);
+    for (auto it = strokes.rbegin(); it != strokes.rend(); ++it)
+        drawSettled(*it);
+    if (state.dicOfCurrentStroke)
+        drawCurrent(*state.dicOfCurrentStroke, state.strokeState, currentFunction);
+}
+
+void StrokePainter::drawSettled(const Stroke& s)
+{
+    switch (s.type) {
+    case st::Square:
+        drawSquare(s, false, false);
+        break;
+    case st::Ellipse:
+        drawEllipse(s, false, false);
+        break;
+    case st::Line:
+    case st::Arrow:
+        drawLine(s, false);
+        break;
+    case st::PencilPen:
+        drawPencilPen(s, false);
+        break;
+    default:
+        // Mosaic and highlight have layers of their own; text comes with
+        // its views.
+        break;
+    }
+}
+
+void StrokePainter::drawCurrent(const Stroke& s, StrokeGesture gesture,
+                                std::optional<int> currentFunction)
+{
+    // A pencil path has no handles to resize it by.
+    if (gesture == StrokeGesture::Resize && s.type == st::PencilPen)
+        return;
+    // Moving and resizing paint their own way once strokes can be edited;
+    // until then a grabbed stroke shows as drawn.
+    switch (s.type) {
+    case st::Square:
+        drawSquare(s, true, true);
+        break;
+    case st::Ellipse:
+        drawEllipse(s, true, true);
+        break;
+    case st::Line:
+        drawLine(s, true);
+        break;
+    case st::Arrow:
+        // While an arrow is drawn, only as the arrow tool's own stroke.
+        if (gesture != StrokeGesture::Draw || currentFunction == st::Arrow)
+            drawLine(s, true);
+        break;
+    case st::PencilPen:
+        drawPencilPen(s, true);
+        break;
+    default:
+        break;
+    }
+}
+
+void StrokePainter::drawSkirt(const QPainterPath& path)
+{
+    QColor clear(Qt::transparent);
+    clear.setAlphaF(kSkirtAlpha);
+    m_painter.strokePath(path, strokePen(clear, kSkirtWidth));
+}
+
+void StrokePainter::drawHandle(const QRectF& box, const QColor& outer)
+{
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(outer);
+    m_painter.drawEllipse(box);
+    QColor white(Qt::white);
+    white.setAlphaF(0.95f);
+    m_painter.setBrush(white);
+    m_painter.drawEllipse(box.adjusted(1, 1, -1, -1));
+    m_painter.setBrush(Qt::NoBrush);
+}
+
+void StrokePainter::drawBoxHandles(const QRectF& rect, const Stroke& s)
+{
+    QColor solid = s.color;
+    solid.setAlphaF(1.0f);
+    const std::vector<QRectF> handles = g::calculateAllNeededHandleSquareRects(rect, s.type);
+    for (int i = 1; i <= 8; ++i)
+        drawHandle(handles[static_cast<std::size_t>(i)], solid);
+}
+
+void StrokePainter::drawSquare(const Stroke& s, bool ordered, bool withHandles)
+{
+    // The active stroke has no second corner before its first drag.
+    if (withHandles && !s.X2)
+        return;
+    const QPointF a = view(s.X1.value_or(0), s.Y1.value_or(0));
+    const QPointF b = view(s.X2.value_or(0), s.Y2.value_or(0));
+    // A settled square keeps the order its release gave it.
+    const QRectF rect = ordered ? g::orderedRect(a, b) : QRectF(a, b);
+    const double r = s.enableRoundOfSquare ? kRoundRadius : 0;
+    const QPainterPath path = g::makeBubble(rect, r, r);
+    const QColor colour = g::paintColour(s);
+    if (s.filledOfSquare) {
+        m_painter.fillPath(path, colour);
+    } else {
+        m_painter.strokePath(path, strokePen(colour, widthOf(s)));
+        drawSkirt(path);
+    }
+    if (withHandles)
+        drawBoxHandles(rect, s);
+}
+
+void StrokePainter::drawEllipse(const Stroke& s, bool ordered, bool withHandles)
+{
+    if (withHandles && !s.X2)
+        return;
+    const QPointF a = view(s.X1.value_or(0), s.Y1.value_or(0));
+    const QPointF b = view(s.X2.value_or(0), s.Y2.value_or(0));
+    const QRectF rect = ordered ? g::orderedRect(a, b) : QRectF(a, b);
+    QPainterPath path;
+    path.addEllipse(rect);
+    const QColor colour = g::paintColour(s);
+    if (s.filledOfEllipse) {
+        m_painter.fillPath(path, colour);
+    } else {
+        m_painter.strokePath(path, strokePen(colour, widthOf(s)));
+        drawSkirt(path);
+    }
+    if (withHandles)
+        drawBoxHandles(rect, s);
+}
+
+void StrokePainter::drawLine(const Stroke& s, bool withHandles)
+{
+    if (withHandles && !s.X2)
+        return;
+    const QPointF p1 = view(s.X1.value_or(0), s.Y1.value_or(0));
+    const QPointF p2 = view(s.X2.value_or(0), s.Y2.value_or(0));
+    if (s.type == st::Arrow) {
+        drawArrow(s);
+    } else {
+        QPainterPath path(p1);
+        path.lineTo(p2);
+        m_painter.strokePath(path,
+                             strokePen(g::paintColour(s), widthOf(s), Qt::RoundCap, Qt::RoundJoin));
+        drawSkirt(path);
+    }
+    if (withHandles) {
+        QColor solid = s.color;
+        solid.setAlphaF(1.0f);
+        drawHandle(g::endHandle(p1), solid);
+        drawHandle(g::endHandle(p2), solid);
+    }
+}
+
+void StrokePainter::drawArrow(const Stroke& s)
+{
+    const QPointF p1 = view(s.X1.value_or(0), s.Y1.value_or(0));
+    const QPointF p2 = view(s.X2.value_or(0), s.Y2.value_or(0));
+    const QColor colour = g::paintColour(s);
+    if (s.normalTypeOfArrow == QLatin1String("1")) {
+        const g::StrokedArrow arrow = g::strokedArrow(p1, p2, s.size);
+        QPainterPath shaft(arrow.tail);
+        shaft.lineTo(arrow.shaftEnd);
+        m_painter.strokePath(shaft, strokePen(colour, s.size));
+        QPainterPath head(arrow.head[0]);
+        head.lineTo(arrow.head[1]);
+        head.lineTo(arrow.head[2]);
+        m_painter.fillPath(head, colour);
+        return;
+    }
+    QPainterPath dart;
+    dart.addPolygon(g::taperedArrow(p1, p2, widthOf(s)));
+    dart.closeSubpath();
+    m_painter.fillPath(dart, colour);
+}
+
+void StrokePainter::drawPencilPen(const Stroke& s, bool withHandles)
+{
+    if (s.allPoints.empty())
+        return;
+    QPainterPath path(view(s.allPoints.front().x(), s.allPoints.front().y()));
+    for (std::size_t i = 1; i < s.allPoints.size(); ++i)
+        path.lineTo(view(s.allPoints[i].x(), s.allPoints[i].y()));
+    m_painter.strokePath(path,
+                         strokePen(g::paintColour(s), widthOf(s), Qt::RoundCap, Qt::RoundJoin));
+    if (widthOf(s) <= kThinPencil)
+        drawSkirt(path);
+    if (withHandles) {
+        QColor outer = s.color;
+        outer.setAlphaF(0.85f);
+        const QPointF first = view(s.allPoints.front().x(), s.allPoints.front().y());
+        const QPointF last = view(s.allPoints.back().x(), s.allPoints.back().y());
+        drawHandle(g::endHandle(first), outer);
+        drawHandle(g::endHandle(last), outer);
+    }
+}
+
+} // namespace annotation

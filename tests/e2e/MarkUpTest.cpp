@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Marking a capture up as a person does: a tool chosen by its key, strokes
+// dragged inside the selection, undo, redo and delete, and the marks in the
+// picture that reaches the clipboard.
+#include "support/CaptureFixture.h"
+
+#include "toolbar/logic/ButtonBox.h"
+
+#include <QImage>
+
+using namespace e2e;
+
+namespace {
+
+const QColor kDesktop(0x80, 0x80, 0x80);
+const QMap<QString, QString> kPlain{
+    {QStringLiteral("needShadowOfnotSingleWindow"), QStringLiteral("NO")},
+    {QStringLiteral("needFilletOfnotSingleWindow"), QStringLiteral("NO")}};
+const QRect kRegion(300, 200, 480, 360);
+// The stroke's own red: a settled stroke also carries a skirt, a 1% veil a
+// little wider than the stroke, which takes the red down by a few levels.
+bool isRed(QColor c)
+{
+    return c.red() >= 250 && c.green() <= 2 && c.blue() <= 2;
+}
+// How far from its outline a 3-point stroke (and its 7-point skirt, with
+// the antialiased pixel next to it) may change the picture.
+constexpr int kStrokeBand = 5;
+
+class MarkUp : public CaptureFixture
+{
+protected:
+    void SetUp() override
+    {
+        CaptureFixture::SetUp();
+        if (HasFatalFailure())
+            return;
+        x->setRootColor(kDesktop);
+    }
+
+    // A region selected by a drag, with its tool bar shown.
+    void selectRegion(const QRect& region = kRegion)
+    {
+        x->movePointer(region.x() - 50, region.y() - 50);
+        triggerCapture();
+        ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+        drag(region.topLeft(), region.topLeft() + QPoint(region.width(), region.height()), 12);
+        barrier();
+    }
+
+    // A stroke dragged between two points of the region (region-local).
+    void strokeIn(QPoint from, QPoint to, const QRect& region = kRegion)
+    {
+        drag(region.topLeft() + from, region.topLeft() + to, 12);
+    }
+
+    void typeKey(const char* key, bool withControl = false, bool withShift = false)
+    {
+        if (withControl)
+            x->pressKey("Control_L");
+        x->tapKey(key, withShift);
+        if (withControl)
+            x->releaseKey("Control_L");
+        barrier();
+    }
+
+    // A tool's key, typed, and seen taken: its button on the bar shows
+    // pressed. Keys typed right after a release may wait behind what the
+    // release posted, while the pointer does not wait.
+    void chooseTool(const char* key, const char* tool, const QRect& region = kRegion)
+    {
+        const QRectF bar = toolbar::placeButtonBox(QRectF(region), QSizeF(1920, 1080));
+        const QPointF centre = toolbar::buttonCentre(bar, QString::fromLatin1(tool));
+        const QRect button(centre.toPoint() - QPoint(12, 12), QSize(24, 24));
+        const QImage before = x->grabRoot(button);
+        typeKey(key);
+        EXPECT_TRUE(waitFor([&] { return x->grabRoot(button) != before; }))
+            << "the " << tool << " button did not show pressed";
+    }
+
+    // Return copies; the clipboard then holds a picture other than `before`.
+    QImage copyAndRead(const QByteArray& before)
+    {
+        typeKey("Return");
+        EXPECT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
+        QByteArray png;
+        EXPECT_TRUE(waitFor([&] {
+            png = x->clipboardPng();
+            return !png.isEmpty() && png != before;
+        }));
+        last = png;
+        return QImage::fromData(png, "PNG").convertToFormat(QImage::Format_RGB32);
+    }
+
+    QByteArray last;
+};
+
+QColor at(const QImage& image, QPoint p)
+{
+    return image.pixelColor(p);
+}
+
+// The pixels of `image` farther than `band` from the outline of `box`
+// that differ from `screen`.
+int changedAwayFrom(const QImage& image, const QImage& screen, const QRect& box, int band)
+{
+    int changed = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const bool nearVertical =
+                (std::abs(x - box.left()) <= band || std::abs(x - box.right()) <= band) &&
+                y >= box.top() - band && y <= box.bottom() + band;
+            const bool nearHorizontal =
+                (std::abs(y - box.top()) <= band || std::abs(y - box.bottom()) <= band) &&
+                x >= box.left() - band && x <= box.right() + band;
+            if (!nearVertical && !nearHorizontal && image.pixel(x, y) != screen.pixel(x, y))
+                ++changed;
+        }
+    }
+    return changed;
+}
+
+} // namespace
+
+TEST_F(MarkUp, RectangleKeyDrawsOnTheOverlayAndInTheCopyAndUndoRedoAndDeleteFollow)
+{
+    // Something other than flat grey under the region, so "unchanged" means
+    // the screen's own pixels.
+    SolidWindow blue(*x, QRect(250, 350, 300, 300), Qt::blue, QStringLiteral("blue"));
+    ASSERT_TRUE(waitFor([&] { return x->pixel(400, 450) == QColor(Qt::blue); }));
+    startKelvoWith(kPlain);
+    const QImage screen = x->grabRoot(kRegion).convertToFormat(QImage::Format_RGB32);
+
+    // "1" is the rectangle; the drag's press and release are its corners.
+    // Its red edge, 3 points wide, straddles them.
+    const QRect box(QPoint(100, 80), QPoint(300, 240));
+    selectRegion();
+    chooseTool("1", "square");
+    strokeIn(box.topLeft(), box.bottomRight());
+    // Away from the active stroke's handles on the corners and edge middles.
+    const QPoint leftEdge(box.left(), box.top() + box.height() / 4);
+    const QPoint topEdge(box.center().x(), box.top());
+    EXPECT_TRUE(waitFor([&] {
+        return isRed(x->pixel(kRegion.x() + leftEdge.x(), kRegion.y() + leftEdge.y()));
+    })) << "no rectangle on the overlay";
+
+    const QImage marked = copyAndRead({});
+    ASSERT_EQ(marked.size(), kRegion.size());
+    for (QPoint edge : {leftEdge, topEdge, QPoint(box.right(), box.center().y()),
+                        QPoint(box.center().x(), box.bottom())})
+        EXPECT_TRUE(isRed(at(marked, edge))) << edge.x() << "," << edge.y();
+    // Inside and outside the stroke, the screen as it was: no handles either.
+    EXPECT_EQ(changedAwayFrom(marked, screen, box, kStrokeBand), 0);
+    EXPECT_EQ(at(marked, box.center()), at(screen, box.center()));
+
+    // Ctrl+Z takes the stroke out of the picture.
+    selectRegion();
+    chooseTool("1", "square");
+    strokeIn(box.topLeft(), box.bottomRight());
+    typeKey("z", true);
+    EXPECT_TRUE(waitFor([&] {
+        return !isRed(x->pixel(kRegion.x() + leftEdge.x(), kRegion.y() + leftEdge.y()));
+    })) << "the undone rectangle stays on the overlay";
+    EXPECT_EQ(copyAndRead(last), screen);
+
+    // Ctrl+Shift+Z brings it back; Delete drops the active stroke (an arrow
+    // here).
+    const QRect other(QPoint(60, 40), QPoint(200, 300));
+    selectRegion();
+    chooseTool("1", "square");
+    strokeIn(other.topLeft(), other.bottomRight());
+    typeKey("z", true);
+    typeKey("z", true, true);
+    chooseTool("4", "arrow");
+    strokeIn(QPoint(350, 60), QPoint(420, 300));
+    typeKey("Delete");
+    const QImage redone = copyAndRead(last);
+    EXPECT_TRUE(isRed(at(redone, QPoint(other.left(), other.center().y()))));
+    EXPECT_EQ(changedAwayFrom(redone, screen, other, kStrokeBand), 0);
+}
+
+TEST_F(MarkUp, StrokeEdgesAreSharpOnAScaledMonitor)
+{
+    // The second monitor at twice the pixels per point.
+    QProcessEnvironment env;
+    env.insert(QStringLiteral("QT_SCREEN_SCALE_FACTORS"), QStringLiteral("1;2"));
+    startKelvoWith(kPlain, env);
+    const QRect region(kSecond.x() + 200, 200, 480, 360); // pixels: 240 by 180 points
+    const QImage screen = x->grabRoot(region).convertToFormat(QImage::Format_RGB32);
+
+    selectRegion(region);
+    typeKey("1");
+    // From 50 to 200 points across: the 3-point edge is 6 pixels wide.
+    strokeIn(QPoint(100, 80), QPoint(400, 280), region);
+    const QImage marked = copyAndRead({});
+    ASSERT_EQ(marked.size(), region.size());
+
+    // Across the left edge at half height: red pixels, then the screen,
+    // and nothing in between; the skirt's 1% veil is no half-tone.
+    const int row = 180;
+    int red = 0;
+    for (int px = 80; px < 120; ++px) {
+        const QColor c = marked.pixelColor(px, row);
+        const QColor s = screen.pixelColor(px, row);
+        const bool asScreen = std::abs(c.red() - s.red()) <= 3 &&
+                              std::abs(c.green() - s.green()) <= 3 &&
+                              std::abs(c.blue() - s.blue()) <= 3;
+        EXPECT_TRUE(isRed(c) || asScreen)
+            << "half-tone at " << px << ": " << c.name().toStdString();
+        red += isRed(c) ? 1 : 0;
+    }
+    EXPECT_EQ(red, 6);
+    EXPECT_TRUE(isRed(marked.pixelColor(100, row)));
+}
+
+TEST_F(MarkUp, EllipseLineArrowAndPencilKeysDrawWhereThePointerWent)
+{
+    startKelvoWith(kPlain);
+    const QImage screen = x->grabRoot(kRegion).convertToFormat(QImage::Format_RGB32);
+    selectRegion();
+
+    chooseTool("2", "ellipse");
+    strokeIn(QPoint(20, 20), QPoint(140, 100));
+    chooseTool("3", "line");
+    strokeIn(QPoint(180, 40), QPoint(300, 40));
+    chooseTool("4", "arrow");
+    strokeIn(QPoint(20, 200), QPoint(220, 200));
+    // The pencil through a bent path, one move at a time.
+    chooseTool("5", "pencilPen");
+    const std::vector<QPoint> path{{300, 200}, {320, 200}, {340, 200}, {360, 220},
+                                   {360, 260}, {340, 280}, {330, 290}};
+    x->movePointer(kRegion.x() + path[0].x(), kRegion.y() + path[0].y());
+    x->pressButton(1);
+    for (std::size_t i = 1; i < path.size(); ++i) {
+        // Halfway first, so every leg brings more than one drag event.
+        const QPoint half = (path[i - 1] + path[i]) / 2;
+        x->movePointer(kRegion.x() + half.x(), kRegion.y() + half.y());
+        barrier();
+        x->movePointer(kRegion.x() + path[i].x(), kRegion.y() + path[i].y());
+        barrier();
+    }
+    x->releaseButton(1);
+    barrier();
+    const QImage marked = copyAndRead({});
+    ASSERT_EQ(marked.size(), kRegion.size());
+    const auto unchanged = [&](QPoint p) { return marked.pixel(p) == screen.pixel(p); };
+    // Half-transparent red over the screen, as lines and the pencil start.
+    const auto halfRed = [&](QPoint p) {
+        const QColor c = marked.pixelColor(p);
+        const QColor s = screen.pixelColor(p);
+        return std::abs(c.red() - (255 + s.red()) / 2) <= 4 &&
+               std::abs(c.green() - s.green() / 2) <= 4 && std::abs(c.blue() - s.blue() / 2) <= 4;
+    };
+
+    // The ellipse touches its box's edges, not its corners or its middle.
+    EXPECT_TRUE(isRed(marked.pixelColor(80, 20)));
+    EXPECT_TRUE(isRed(marked.pixelColor(20, 60)));
+    EXPECT_TRUE(unchanged({24, 24}));
+    EXPECT_TRUE(unchanged({80, 60}));
+    // The line, 16 points wide.
+    EXPECT_TRUE(halfRed({240, 40}));
+    EXPECT_TRUE(halfRed({240, 46}));
+    EXPECT_TRUE(unchanged({240, 60}));
+    // The arrow's tip at the release point, nothing past it.
+    EXPECT_TRUE(isRed(marked.pixelColor(214, 200)));
+    EXPECT_TRUE(unchanged({226, 200}));
+    // The pencil passes through every position of the pointer.
+    for (QPoint p : path)
+        EXPECT_TRUE(halfRed(p)) << p.x() << "," << p.y();
+    EXPECT_TRUE(unchanged({320, 260}));
+}
