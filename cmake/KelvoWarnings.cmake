@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # One place for warning and sanitizer flags, applied per target.
 function(kelvo_target_defaults target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wno-missing-field-initializers)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
+    -Wno-missing-field-initializers)
   if(KELVO_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()

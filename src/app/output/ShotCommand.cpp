@@ -172,10 +172,10 @@ int ShotCommand::run(const ShotRequest& request)
     ImageOutput output(std::move(outputServices));
     bool clipboardFailed = encodeFailed;
     if (request.clipboard && !encodeFailed) {
-        const QString error =
+        const QString copyError =
             m_services.clipboard ? m_services.clipboard(png) : QStringLiteral("no clipboard");
-        if (!error.isEmpty()) {
-            report(QStringLiteral("the picture could not be copied: %1").arg(error));
+        if (!copyError.isEmpty()) {
+            report(QStringLiteral("the picture could not be copied: %1").arg(copyError));
             clipboardFailed = true;
             status = kError;
         }

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] bool isRunning() const { return m_running; }
     [[nodiscard]] QString display() const { return m_display; }
     [[nodiscard]] QString configHome() const { return m_dir.path() + QStringLiteral("/config"); }
-    [[nodiscard]] QString path(const QString& name) const { return m_dir.path() + '/' + name; }
+    [[nodiscard]] QString path(const QString& name) const { return m_dir.path() + u'/' + name; }
     [[nodiscard]] QString error() const { return m_error; }
 
 private:
