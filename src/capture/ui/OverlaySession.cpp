@@ -131,7 +131,7 @@ void OverlaySession::releaseRetired()
 void OverlaySession::begin(const core::ScreenLayout& layout)
 {
     m_routing.begin(layout, {});
-    m_deferredKeys.clear(); // keys of an earlier session were delivered or dropped
+    m_deferredInput.clear(); // input of an earlier session were delivered or dropped
     m_screens.clear();
     QList<QScreen*> screens = QGuiApplication::screens();
     if (QScreen* primary = QGuiApplication::primaryScreen()) {
@@ -240,6 +240,32 @@ QPointF OverlaySession::pointerOf(const QEvent* event) const
     return m_pointer.position();
 }
 
+bool OverlaySession::mustWait(QWindow& window, const QEvent& event, bool isKey)
+{
+    // A key waits for the messages posted before it. Input that waits keeps
+    // its order, pointer events included, or a drag right after a tool's key
+    // would draw before the tool is chosen. A waiting event goes round the
+    // queue again in its place until it is the oldest and may act.
+    const auto repost = [&window, &event] {
+        QEvent* again = event.clone();
+        QCoreApplication::postEvent(&window, again);
+        return again;
+    };
+    const auto queued = std::find(m_deferredInput.begin(), m_deferredInput.end(), &event);
+    if (queued == m_deferredInput.end()) {
+        if (m_deferredInput.empty() && !(isKey && m_client.keysMustWait()))
+            return false;
+        m_deferredInput.push_back(repost());
+        return true;
+    }
+    if (queued != m_deferredInput.begin() || (isKey && m_client.keysMustWait())) {
+        *queued = repost();
+        return true;
+    }
+    m_deferredInput.pop_front();
+    return false;
+}
+
 bool OverlaySession::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Show && isRunning()) {
@@ -260,16 +286,9 @@ bool OverlaySession::eventFilter(QObject* watched, QEvent* event)
     });
     if (!ours)
         return false;
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
-        const bool deferred = m_deferredKeys.remove(event);
-        // Keys queued before keep their place ahead of this one.
-        if (m_client.keysMustWait() || (!deferred && !m_deferredKeys.isEmpty())) {
-            QEvent* again = event->clone();
-            m_deferredKeys.insert(again);
-            QCoreApplication::postEvent(window, again);
-            return true;
-        }
-    }
+    const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if ((isKey || isPointerEvent(event)) && mustWait(*window, *event, isKey))
+        return true;
     const std::optional<MonitorEventType> type = monitorTypeOf(event);
     if (!type)
         return false;

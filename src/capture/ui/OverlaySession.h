@@ -9,13 +9,14 @@
 #include <QMetaObject>
 #include <QObject>
 #include <QPointF>
-#include <QSet>
 
+#include <deque>
 #include <memory>
 #include <vector>
 
 class QEvent;
 class QScreen;
+class QWindow;
 
 namespace core {
 class Clock;
@@ -119,6 +120,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // Whether `event` must wait its turn; it has been sent round again then.
+    bool mustWait(QWindow& window, const QEvent& event, bool isKey);
 
 private:
     void releaseRetired();
@@ -130,8 +133,8 @@ private:
     OverlayRouting m_routing;
     std::vector<QScreen*> m_screens; // Qt's screens in layout order
     std::vector<OverlayPart*> m_parts;
-    // Key events sent to the back of the queue, in the order they came.
-    QSet<const QEvent*> m_deferredKeys;
+    // Input events sent round the queue again, in the order they came.
+    std::deque<const QEvent*> m_deferredInput;
     // Parts of ended sessions, kept until no handler can use them.
     std::vector<std::unique_ptr<OverlayPart>> m_retired;
     int m_handlerDepth = 0;

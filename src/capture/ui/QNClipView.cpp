@@ -207,7 +207,7 @@ void QNClipView::syncCropBorder()
             context.toolbarViewOpend = state.toolbarViewOpend;
             context.clipToolbarWindowOpened = state.clipToolbarWindowOpened;
             // A chosen drawing tool takes the selection's body for itself.
-            context.toolSelected = m_manager.annotatedImageController().hasDrawingTool();
+            context.toolSelected = m_services.delegate.markup().hasDrawingTool();
             // Strokes under the pointer, scrolling and recording are not part
             // of the overlay yet, so they never claim the pointer.
             return context;
