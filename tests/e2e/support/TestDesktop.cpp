@@ -6,6 +6,7 @@
 #include <QProcess>
 #include <QThread>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace e2e {
@@ -20,9 +21,23 @@ QString kelvoBinary()
     return QStringLiteral(KELVO_BINARY);
 }
 
+namespace {
+
+// Sanitized builds start and paint several times slower; a wait for
+// something that must happen gets that much longer there. Short waits
+// that prove something does not happen are left as they are, so that
+// they stay short.
+std::chrono::milliseconds scaledForThisBuild(std::chrono::milliseconds timeout)
+{
+    static const int scale = std::max(1, qEnvironmentVariableIntValue("KELVO_TEST_TIME_SCALE"));
+    return timeout >= std::chrono::seconds(3) ? timeout * scale : timeout;
+}
+
+} // namespace
+
 bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds timeout)
 {
-    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    const auto deadline = std::chrono::steady_clock::now() + scaledForThisBuild(timeout);
     while (true) {
         if (condition())
             return true;
