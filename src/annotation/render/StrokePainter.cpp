@@ -69,6 +69,18 @@ QPointF StrokePainter::view(double x, double y) const
     return QPointF(x - m_origin.x(), y - m_origin.y());
 }
 
+StrokePainter::Ends StrokePainter::endsOf(const Stroke& s) const
+{
+    return {view(s.X1.value_or(0), s.Y1.value_or(0)), view(s.X2.value_or(0), s.Y2.value_or(0))};
+}
+
+QRectF StrokePainter::boxOf(const Stroke& s, bool ordered) const
+{
+    const auto [a, b] = endsOf(s);
+    // A settled shape keeps the order its release gave it.
+    return ordered ? g::orderedRect(a, b) : QRectF(a, b);
+}
+
 void StrokePainter::paintLayer(const StrokeState& state, std::optional<int> currentFunction)
 {
     // Newest first without the active stroke; painted oldest first, so a
@@ -167,10 +179,7 @@ void StrokePainter::drawSquare(const Stroke& s, bool ordered, bool withHandles)
     // The active stroke has no second corner before its first drag.
     if (withHandles && !s.X2)
         return;
-    const QPointF a = view(s.X1.value_or(0), s.Y1.value_or(0));
-    const QPointF b = view(s.X2.value_or(0), s.Y2.value_or(0));
-    // A settled square keeps the order its release gave it.
-    const QRectF rect = ordered ? g::orderedRect(a, b) : QRectF(a, b);
+    const QRectF rect = boxOf(s, ordered);
     const double r = s.enableRoundOfSquare ? kRoundRadius : 0;
     const QPainterPath path = g::makeBubble(rect, r, r);
     const QColor colour = g::paintColour(s);
@@ -188,9 +197,7 @@ void StrokePainter::drawEllipse(const Stroke& s, bool ordered, bool withHandles)
 {
     if (withHandles && !s.X2)
         return;
-    const QPointF a = view(s.X1.value_or(0), s.Y1.value_or(0));
-    const QPointF b = view(s.X2.value_or(0), s.Y2.value_or(0));
-    const QRectF rect = ordered ? g::orderedRect(a, b) : QRectF(a, b);
+    const QRectF rect = boxOf(s, ordered);
     QPainterPath path;
     path.addEllipse(rect);
     const QColor colour = g::paintColour(s);
@@ -208,10 +215,9 @@ void StrokePainter::drawLine(const Stroke& s, bool withHandles)
 {
     if (withHandles && !s.X2)
         return;
-    const QPointF p1 = view(s.X1.value_or(0), s.Y1.value_or(0));
-    const QPointF p2 = view(s.X2.value_or(0), s.Y2.value_or(0));
+    const auto [p1, p2] = endsOf(s);
     if (s.type == st::Arrow) {
-        drawArrow(s);
+        drawArrow(s, p1, p2);
     } else {
         QPainterPath path(p1);
         path.lineTo(p2);
@@ -227,10 +233,8 @@ void StrokePainter::drawLine(const Stroke& s, bool withHandles)
     }
 }
 
-void StrokePainter::drawArrow(const Stroke& s)
+void StrokePainter::drawArrow(const Stroke& s, QPointF p1, QPointF p2)
 {
-    const QPointF p1 = view(s.X1.value_or(0), s.Y1.value_or(0));
-    const QPointF p2 = view(s.X2.value_or(0), s.Y2.value_or(0));
     const QColor colour = g::paintColour(s);
     if (s.normalTypeOfArrow == QLatin1String("1")) {
         const g::StrokedArrow arrow = g::strokedArrow(p1, p2, s.size);

@@ -42,10 +42,21 @@ public:
 
 private:
     [[nodiscard]] QPointF view(double x, double y) const;
+    // The two points a stroke is drawn between, in view coordinates: a
+    // shape's corners, a line's or an arrow's tail and tip.
+    struct Ends
+    {
+        QPointF first;
+        QPointF second;
+    };
+    [[nodiscard]] Ends endsOf(const Stroke& s) const;
+    // The box of a square or an ellipse; `ordered` for a live drag, which
+    // may have gone any way.
+    [[nodiscard]] QRectF boxOf(const Stroke& s, bool ordered) const;
     void drawSquare(const Stroke& s, bool ordered, bool withHandles);
     void drawEllipse(const Stroke& s, bool ordered, bool withHandles);
     void drawLine(const Stroke& s, bool withHandles);
-    void drawArrow(const Stroke& s);
+    void drawArrow(const Stroke& s, QPointF p1, QPointF p2);
     void drawPencilPen(const Stroke& s, bool withHandles);
     void drawSkirt(const QPainterPath& path);
     void drawBoxHandles(const QRectF& rect, const Stroke& s);
