@@ -7,6 +7,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 namespace annotation {
 
@@ -35,6 +36,48 @@ QPen strokePen(const QColor& colour, double width, Qt::PenCapStyle cap = Qt::Fla
 int widthOf(const Stroke& s)
 {
     return static_cast<int>(s.size); // read as an integer
+}
+
+// Arcs appended to a path start with a line to the arc's first point, and
+// where that point is the current one up to rounding, the line is a sliver
+// whose direction is noise; a mitred join on it spikes far out of the
+// shape. Such slivers are dropped, and an end that meets its start up to
+// rounding is made to meet it exactly, so the outline closes with a join.
+QPainterPath withoutSlivers(const QPainterPath& path)
+{
+    constexpr double kSliver = 1e-3; // points
+    const auto near = [](QPointF a, QPointF b) {
+        return std::abs(a.x() - b.x()) < kSliver && std::abs(a.y() - b.y()) < kSliver;
+    };
+    QPainterPath clean;
+    clean.setFillRule(path.fillRule());
+    QPointF start;
+    QPointF current;
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element e = path.elementAt(i);
+        switch (e.type) {
+        case QPainterPath::MoveToElement:
+            start = current = e;
+            clean.moveTo(e);
+            break;
+        case QPainterPath::LineToElement:
+            if (!near(e, current)) {
+                current = near(e, start) ? start : QPointF(e);
+                clean.lineTo(current);
+            }
+            break;
+        case QPainterPath::CurveToElement: {
+            const QPointF end = path.elementAt(i + 2);
+            current = near(end, start) ? start : end;
+            clean.cubicTo(e, path.elementAt(i + 1), current);
+            i += 2;
+            break;
+        }
+        case QPainterPath::CurveToDataElement:
+            break; // read with its curve
+        }
+    }
+    return clean;
 }
 
 } // namespace
@@ -181,7 +224,7 @@ void StrokePainter::drawSquare(const Stroke& s, bool ordered, bool withHandles)
         return;
     const QRectF rect = boxOf(s, ordered);
     const double r = s.enableRoundOfSquare ? kRoundRadius : 0;
-    const QPainterPath path = g::makeBubble(rect, r, r);
+    const QPainterPath path = withoutSlivers(g::makeBubble(rect, r, r));
     const QColor colour = g::paintColour(s);
     if (s.filledOfSquare) {
         m_painter.fillPath(path, colour);
