@@ -1,26 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "support/Golden.h"
-
-#include "support/TestDesktop.h"
+#include "support/GoldenImage.h"
 
 #include <QDir>
-#include <QThread>
+#include <QFileInfo>
 
 #include <cstdlib>
 
-namespace e2e {
+namespace golden {
 
-namespace {
-constexpr int kChannelTolerance = 24;
-constexpr double kPixelShare = 0.005; // at most half a percent of the pixels may differ
-} // namespace
+bool recording()
+{
+    return qEnvironmentVariableIsSet("KELVO_UPDATE_GOLDENS");
+}
 
-GoldenResult compareWithGolden(const QImage& actualIn, const QString& name)
+Result compare(const QImage& actualIn, const QString& name, Tolerance tolerance)
 {
     const QString path =
-        sourceDir() + QStringLiteral("/tests/data/golden/") + name + QStringLiteral(".png");
+        QStringLiteral(KELVO_SOURCE_DIR "/tests/data/golden/") + name + QStringLiteral(".png");
     const QImage actual = actualIn.convertToFormat(QImage::Format_RGB32);
-    if (qEnvironmentVariableIsSet("KELVO_UPDATE_GOLDENS")) {
+    if (recording()) {
         QDir().mkpath(QFileInfo(path).path());
         return {actual.save(path), QStringLiteral("golden written: ") + path};
     }
@@ -46,13 +44,14 @@ GoldenResult compareWithGolden(const QImage& actualIn, const QString& name)
         const auto* a = reinterpret_cast<const QRgb*>(actual.constScanLine(y));
         const auto* g = reinterpret_cast<const QRgb*>(golden.constScanLine(y));
         for (int x = 0; x < actual.width(); ++x) {
-            if (std::abs(qRed(a[x]) - qRed(g[x])) > kChannelTolerance ||
-                std::abs(qGreen(a[x]) - qGreen(g[x])) > kChannelTolerance ||
-                std::abs(qBlue(a[x]) - qBlue(g[x])) > kChannelTolerance)
+            if (std::abs(qRed(a[x]) - qRed(g[x])) > tolerance.channel ||
+                std::abs(qGreen(a[x]) - qGreen(g[x])) > tolerance.channel ||
+                std::abs(qBlue(a[x]) - qBlue(g[x])) > tolerance.channel)
                 ++differing;
         }
     }
-    const qint64 allowed = static_cast<qint64>(kPixelShare * actual.width() * actual.height());
+    const auto allowed =
+        static_cast<qint64>(tolerance.pixelShare * actual.width() * actual.height());
     if (differing > allowed) {
         actual.save(saved);
         return {false, QStringLiteral("%1 pixels differ (at most %2 may); actual saved to %3")
@@ -63,19 +62,4 @@ GoldenResult compareWithGolden(const QImage& actualIn, const QString& name)
     return {true, {}};
 }
 
-GoldenResult waitForGolden(const std::function<QImage()>& grab, const QString& name)
-{
-    if (qEnvironmentVariableIsSet("KELVO_UPDATE_GOLDENS")) {
-        // Recording only: what the screen shows once everything has settled.
-        QThread::msleep(1000);
-        return compareWithGolden(grab(), name);
-    }
-    GoldenResult last;
-    waitFor([&] {
-        last = compareWithGolden(grab(), name);
-        return last.matches;
-    });
-    return last;
-}
-
-} // namespace e2e
+} // namespace golden

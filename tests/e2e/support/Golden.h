@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "support/GoldenImage.h"
+
 #include <QImage>
 #include <QString>
 
@@ -8,16 +10,13 @@
 
 namespace e2e {
 
-// Compares a screenshot with tests/data/golden/NAME.png. A few pixels may
-// differ a little (antialiased text edges); anything more is a failure whose
-// message says how much differed, and the actual picture is written beside
-// the build for a look. With KELVO_UPDATE_GOLDENS=1 the golden is written.
-struct GoldenResult
+using GoldenResult = golden::Result;
+
+// Compares a screenshot with its golden, with the screenshot's tolerance.
+[[nodiscard]] inline GoldenResult compareWithGolden(const QImage& actual, const QString& name)
 {
-    bool matches = false;
-    QString message;
-};
-[[nodiscard]] GoldenResult compareWithGolden(const QImage& actual, const QString& name);
+    return golden::compare(actual, name, golden::kScreenshot);
+}
 
 // Waits until `grab()` matches the golden (the screen settles after the
 // last event: repaints, a magnifier that hides 30 ms after a release), up to
