@@ -126,11 +126,19 @@ QRectF StrokePainter::boxOf(const Stroke& s, bool ordered) const
 
 void StrokePainter::paintLayer(const StrokeState& state, std::optional<int> currentFunction)
 {
-    // Newest first without the active stroke; painted oldest first, so a
-    // stroke changed last lies on top.
-    const std::vector<Stroke> strokes = state.currentStrokes(true);
-    for (auto it = strokes.rbegin(); it != strokes.rend(); ++it)
+    paintSettled(state.currentStrokes(true));
+    paintActive(state, currentFunction);
+}
+
+void StrokePainter::paintSettled(const std::vector<Stroke>& newestFirst)
+{
+    // Painted oldest first, so a stroke changed last lies on top.
+    for (auto it = newestFirst.rbegin(); it != newestFirst.rend(); ++it)
         drawSettled(*it);
+}
+
+void StrokePainter::paintActive(const StrokeState& state, std::optional<int> currentFunction)
+{
     if (state.dicOfCurrentStroke)
         drawCurrent(*state.dicOfCurrentStroke, state.strokeState, currentFunction);
 }

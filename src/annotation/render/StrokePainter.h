@@ -8,6 +8,7 @@
 #include <QRectF>
 
 #include <optional>
+#include <vector>
 
 class QPainter;
 
@@ -25,6 +26,10 @@ public:
 
     // `currentFunction` is the tool of the stroke being drawn, if one is.
     void paintLayer(const StrokeState& state, std::optional<int> currentFunction);
+    // The layer in two parts: the history's strokes as currentStrokes()
+    // gives them, newest first; then the active stroke over them.
+    void paintSettled(const std::vector<Stroke>& newestFirst);
+    void paintActive(const StrokeState& state, std::optional<int> currentFunction);
 
     // A settled stroke of the history, without handles.
     void drawSettled(const Stroke& stroke);
