@@ -33,14 +33,26 @@ void AnnotatedImageView::setCurrentFunction(std::function<std::optional<int>()> 
 void AnnotatedImageView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    StrokePainter::yUp(painter, height());
+    // The pixels per point of what is painted on: the screen's, or those
+    // of a picture the view is rendered into.
+    const double scale = painter.deviceTransform().m11();
     // The widget's own corner, which may differ from the frame by rounding.
     const QPointF origin =
         parentWidget() != nullptr
             ? core::flipped(QRectF(geometry()), parentWidget()->height()).topLeft()
             : m_frame.topLeft();
+    const QImage& settled = m_settled.picture(m_state, size(), scale, origin);
+    if (!settled.isNull())
+        painter.drawImage(QPointF(0, 0), settled);
+    StrokePainter::yUp(painter, height());
     StrokePainter(painter, origin)
-        .paintLayer(m_state, m_currentFunction ? m_currentFunction() : std::nullopt);
+        .paintActive(m_state, m_currentFunction ? m_currentFunction() : std::nullopt);
+}
+
+void AnnotatedImageView::hideEvent(QHideEvent*)
+{
+    // A screen-sized picture is not kept between captures.
+    m_settled.clear();
 }
 
 } // namespace annotation

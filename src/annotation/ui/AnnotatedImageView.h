@@ -2,6 +2,7 @@
 #pragma once
 
 #include "annotation/logic/StrokeState.h"
+#include "annotation/render/SettledStrokeLayer.h"
 
 #include <QRectF>
 #include <QWidget>
@@ -15,7 +16,9 @@ namespace annotation {
 // layers: shapes, lines, arrows, pencil paths and the active stroke's
 // handles. It takes no pointer events itself: the overlay hands them to
 // the mark-up, which changes the strokes and repaints this view. It paints
-// at the screen's pixel ratio, so marks stay sharp on a scaled screen.
+// at the screen's pixel ratio, so marks stay sharp on a scaled screen. The
+// settled strokes are kept as a picture between paints, so that a drag
+// repaints only the active stroke over them.
 class AnnotatedImageView final : public QWidget
 {
     Q_OBJECT
@@ -30,11 +33,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     const StrokeState& m_state;
     QRectF m_frame;
     std::function<std::optional<int>()> m_currentFunction;
+    SettledStrokeLayer m_settled;
 };
 
 } // namespace annotation

@@ -3,6 +3,8 @@
 // one and two pixels per point. The layer is laid over a fixed chequer, so
 // that colour, alpha and the edges' antialiasing all show. Record with
 // KELVO_UPDATE_GOLDENS=1 and look at each picture before keeping it.
+// And the stroke view's picture of its settled strokes, which must follow
+// every change of the history.
 #include "annotation/render/StrokePainter.h"
 #include "annotation/ui/AnnotatedImageView.h"
 #include "support/GoldenImage.h"
@@ -219,25 +221,50 @@ protected:
     }
 };
 
-// The view of a capture: a selection of 180 by 120 points, 20 points in
-// from the overlay's bottom-left corner, with the history settled and the
-// latest stroke active, as it is after its release.
+// A selection of 180 by 120 points, 20 points in from the overlay's
+// bottom-left corner.
+constexpr QRectF kSelection(20, 20, 180, 120);
+
+// The stroke view of `state` in a capture's overlay.
+class CaptureView
+{
+public:
+    explicit CaptureView(const StrokeState& state)
+        : m_view(state, &m_overlay)
+    {
+        m_view.setFrameInOverlay(kSelection);
+        m_overlay.show();
+        m_view.setCurrentFunction([&state]() -> std::optional<int> {
+            if (!state.dicOfCurrentStroke)
+                return std::nullopt;
+            return state.dicOfCurrentStroke->type;
+        });
+    }
+
+    AnnotatedImageView& view() { return m_view; }
+
+    [[nodiscard]] QImage picture(double scale)
+    {
+        QImage picture((Backdrop::kSize * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(scale);
+        m_overlay.render(&picture, QPoint(), QRegion(), QWidget::DrawChildren);
+        return picture;
+    }
+
+private:
+    Backdrop m_overlay;
+    AnnotatedImageView m_view;
+};
+
+// The view with the history settled and the latest stroke active, as it is
+// after its release.
 QImage viewOf(std::vector<Stroke> settled, Stroke active, double scale)
 {
-    constexpr QRectF kSelection(20, 20, 180, 120);
     settled.push_back(std::move(active));
     StrokeState state = history(shifted(std::move(settled), kSelection.topLeft() - kOrigin));
     state.dicOfCurrentStroke = state.arrayOfStrokes().back();
     state.strokeState = StrokeGesture::Draw;
-
-    Backdrop overlay;
-    AnnotatedImageView view(state, &overlay);
-    view.setFrameInOverlay(kSelection);
-    view.setCurrentFunction([&] { return std::optional<int>(state.dicOfCurrentStroke->type); });
-    QImage picture((Backdrop::kSize * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(scale);
-    overlay.render(&picture, QPoint(), QRegion(), QWidget::DrawChildren);
-    return picture;
+    return CaptureView(state).picture(scale);
 }
 
 std::vector<Stroke> someOfEach()
@@ -279,6 +306,67 @@ TEST(ActiveStrokeGolden, PencilAndArrowShowAHandleAtEachEnd)
         result = golden::compare(arrowPicture, goldenName("active-arrow", scale), golden::kPainted);
         EXPECT_TRUE(result.matches) << qPrintable(result.message);
     }
+}
+
+// The view keeps its settled strokes as a picture between paints. After
+// each change of the history, what it shows must be what a view that
+// never painted before shows for the same strokes.
+TEST(StrokeViewPicture, FollowsEveryChangeOfTheHistory)
+{
+    StrokeState state = history(shifted(someOfEach(), kSelection.topLeft() - kOrigin));
+    // One view per scale, so that neither repaints its picture for a
+    // change of scale.
+    CaptureView kept(state);
+    CaptureView keptAt2(state);
+    const auto check = [&](const char* step) {
+        const QImage shown = kept.picture(1);
+        EXPECT_EQ(shown, CaptureView(state).picture(1)) << step;
+        EXPECT_EQ(keptAt2.picture(2), CaptureView(state).picture(2)) << step << " at scale 2";
+        return shown;
+    };
+    const auto draw = [&](Stroke s) {
+        s = shifted({s}, kSelection.topLeft() - kOrigin).front();
+        s.list = state.getListNumberFromArrayOfStrokes(s.type) + 1;
+        state.dicOfCurrentStroke = s;
+        state.strokeState = StrokeGesture::Draw;
+    };
+
+    const QImage start = check("the history");
+    draw(stroke(st::Square, {40, 20}, {120, 70}, 3, kRed));
+    const QImage drawing = check("a stroke being drawn");
+    EXPECT_NE(drawing, start);
+    state.commit();
+    EXPECT_EQ(check("its commit"), drawing);
+    state.dicOfCurrentStroke->Y2 = *state.dicOfCurrentStroke->Y2 + 10;
+    check("the active stroke changed in place");
+
+    state.undoDraw();
+    EXPECT_EQ(check("an undo"), start);
+    ASSERT_TRUE(state.redoDraw());
+    const QImage redone = check("a redo");
+    EXPECT_NE(redone, start);
+
+    // A move: a new snapshot of the oldest stroke, which now lies on top.
+    Stroke moved = state.currentStrokes(false).back();
+    *moved.X1 += 30;
+    *moved.X2 += 30;
+    state.dicOfCurrentStroke = moved;
+    state.commit();
+    state.dicOfCurrentStroke.reset();
+    EXPECT_NE(check("a move"), redone);
+    state.dicOfCurrentStroke = moved;
+    check("the moved stroke active");
+
+    ASSERT_TRUE(state.deleteCurrentStroke());
+    check("a delete");
+
+    kept.view().hide();
+    kept.view().show();
+    keptAt2.view().hide();
+    keptAt2.view().show();
+    check("a hide and a show");
+    state.clear();
+    check("the end of the capture");
 }
 
 } // namespace
