@@ -4,9 +4,8 @@
 // window under the pointer with its shadow, Alt+X the previous area (or
 // rings the X bell when there is none), `kelvo gui` with options waits for
 // the capture's end, and the end is broadcast on the bus.
-#include "support/KelvoProcess.h"
-#include "support/TestDesktop.h"
-#include "support/XSession.h"
+#include "support/CaptureFixture.h"
+#include "support/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -16,7 +15,6 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSettings>
 
 // The XKB header names a field "explicit", a C++ keyword.
 #define explicit explicit_
@@ -114,22 +112,17 @@ struct RunResult
     QString err;
 };
 
-class CaptureActions : public ::testing::Test
+class CaptureActions : public CaptureFixture
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
-        x = std::make_unique<XSession>();
-        ASSERT_TRUE(x->isConnected());
+        CaptureFixture::SetUp();
+        if (HasFatalFailure())
+            return;
         shots = desktop.path(QStringLiteral("shots"));
         ASSERT_TRUE(QDir().mkpath(shots));
-        // Each test has a bus of its own: a fresh connection name, and the
-        // address given, since libdbus reads the variable once per process.
-        static int serial = 0;
-        busName = QStringLiteral("e2e-capture-actions-%1").arg(++serial);
-        bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
-            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), busName));
+        bus = std::make_unique<PrivateBus>();
         ASSERT_TRUE(bus->isConnected());
         for (const char* name : {"CaptureDone", "CaptureCancelled", "CaptureFailed"}) {
             const char* slot = name == std::string_view("CaptureDone") ? SLOT(done(uint, QString))
@@ -145,46 +138,15 @@ protected:
     {
         kelvo.reset();
         bus.reset();
-        QDBusConnection::disconnectFromBus(busName);
     }
 
-    bool pumpUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout = 10s)
-    {
-        return waitFor(
-            [&] {
-                QCoreApplication::processEvents();
-                return condition();
-            },
-            timeout);
-    }
-
-    bool kelvoOnBus() { return bus->interface()->isServiceRegistered(kService).value(); }
-
-    // Kelvo with these preferences over the first-run ones: a first start
-    // writes those, then the test's values go in before the real start.
+    // Kelvo with these preferences, once it says it has taken the two hot
+    // keys these tests press; a probe of our own would race its grabs.
     void startKelvoWith(const QMap<QString, QString>& preferences)
     {
-        if (!QFileInfo::exists(confPath())) {
-            kelvo = std::make_unique<KelvoProcess>();
-            // The first-run values are written after Kelvo is on the bus.
-            ASSERT_TRUE(pumpUntil([&] {
-                return QSettings(confPath(), QSettings::IniFormat)
-                    .contains(QStringLiteral("installTime"));
-            })) << kelvo->errors().toStdString();
-            kelvo.reset();
-            ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(); }));
-        }
-        {
-            QSettings conf(confPath(), QSettings::IniFormat);
-            for (auto it = preferences.constBegin(); it != preferences.constEnd(); ++it)
-                conf.setValue(it.key(), it.value());
-            conf.sync();
-            ASSERT_EQ(conf.status(), QSettings::NoError);
-        }
-        kelvo = std::make_unique<KelvoProcess>();
-        ASSERT_TRUE(pumpUntil([&] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
-        // Kelvo says when it has taken its hot keys; a probe of our own
-        // would race its grabs.
+        CaptureFixture::startKelvoWith(preferences);
+        if (HasFatalFailure())
+            return;
         ASSERT_TRUE(pumpUntil([&] {
             const QVariantMap keys = kelvoHotKeys(*bus);
             return keys.value(QStringLiteral("screenshotWindowUnderCursorRecorder")) ==
@@ -197,11 +159,9 @@ protected:
     void restartKelvoWith(const QMap<QString, QString>& preferences)
     {
         kelvo.reset();
-        ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(); }));
+        ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(*bus); }));
         startKelvoWith(preferences);
     }
-
-    QString confPath() const { return desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf"); }
 
     QMap<QString, QString> saveToShots() const
     {
@@ -264,11 +224,6 @@ protected:
         return finish(*p);
     }
 
-    bool overlaysUp()
-    {
-        return kelvo && x->overlaysOf(kelvo->pid()).size() == 2 && x->keyboardGrabbedByOther();
-    }
-
     // Same pixels, alpha left out (a saved PNG may carry an alpha channel).
     static ::testing::AssertionResult samePixels(const QImage& a, const QImage& b)
     {
@@ -286,12 +241,8 @@ protected:
         return ::testing::AssertionSuccess();
     }
 
-    TestDesktop desktop;
-    std::unique_ptr<XSession> x;
-    std::unique_ptr<KelvoProcess> kelvo;
     QString shots;
-    QString busName;
-    std::unique_ptr<QDBusConnection> bus;
+    std::unique_ptr<PrivateBus> bus;
     CaptureEnds ends;
 };
 

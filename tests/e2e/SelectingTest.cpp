@@ -13,13 +13,9 @@ const QColor kDesktop(0x80, 0x80, 0x80);
 class Selecting : public CaptureFixture
 {
 protected:
-    void SetUp() override
-    {
-        CaptureFixture::SetUp();
-        if (HasFatalFailure())
-            return;
-        x->setRootColor(kDesktop);
-    }
+    Selecting()
+        : CaptureFixture(kDesktop)
+    {}
 
     // Whether the selection's lit area already reaches `corner` from above left.
     bool litUpTo(QPoint corner) { return x->pixel(corner.x() - 3, corner.y() - 3) == kDesktop; }
