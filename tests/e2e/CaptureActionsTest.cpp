@@ -105,13 +105,6 @@ private:
     bool m_ready = false;
 };
 
-struct RunResult
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
 class CaptureActions : public CaptureFixture
 {
 protected:
@@ -187,42 +180,7 @@ protected:
         return QImage(shots + '/' + shotFiles().first());
     }
 
-    // Starts kelvo with `args`; the caller pumps until it ends.
-    std::unique_ptr<QProcess> start(const QStringList& args)
-    {
-        auto p = std::make_unique<QProcess>();
-        p->start(kelvoBinary(), args);
-        p->waitForStarted(10000);
-        return p;
-    }
-    RunResult finish(QProcess& p)
-    {
-        RunResult r;
-        QByteArray out;
-        QByteArray err;
-        const bool ended = pumpUntil(
-            [&] {
-                out += p.readAllStandardOutput();
-                err += p.readAllStandardError();
-                return p.state() == QProcess::NotRunning;
-            },
-            30s);
-        if (!ended) {
-            p.kill();
-            p.waitForFinished();
-        }
-        out += p.readAllStandardOutput();
-        err += p.readAllStandardError();
-        r.exitCode = ended && p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-        r.out = QString::fromLocal8Bit(out);
-        r.err = QString::fromLocal8Bit(err);
-        return r;
-    }
-    RunResult run(const QStringList& args)
-    {
-        auto p = start(args);
-        return finish(*p);
-    }
+    static KelvoProcess::Result run(const QStringList& args) { return KelvoCommand(args).finish(); }
 
     // Same pixels, alpha left out (a saved PNG may carry an alpha channel).
     static ::testing::AssertionResult samePixels(const QImage& a, const QImage& b)
@@ -326,7 +284,7 @@ TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
 
     const QString elsewhere = desktop.path(QStringLiteral("elsewhere"));
     ASSERT_TRUE(QDir().mkpath(elsewhere));
-    const RunResult r = run(
+    const auto r = run(
         {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), elsewhere});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     const QString path = r.out.trimmed();
@@ -337,19 +295,18 @@ TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
 
     // A file name picks the name and the format, and never replaces a file.
     const QString named = elsewhere + QStringLiteral("/area.jpg");
-    const RunResult first = run(
+    const auto first = run(
         {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
     ASSERT_EQ(first.exitCode, 0) << first.err.toStdString();
     EXPECT_EQ(first.out.trimmed(), named);
     EXPECT_EQ(QImage(named).size(), kArea.size());
-    const RunResult second = run(
+    const auto second = run(
         {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
     ASSERT_EQ(second.exitCode, 0) << second.err.toStdString();
     EXPECT_EQ(second.out.trimmed(), elsewhere + QStringLiteral("/area 2.jpg"));
 
     // A bad option is refused before anything is asked of Kelvo.
-    const RunResult bad =
-        run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
+    const auto bad = run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
     EXPECT_EQ(bad.exitCode, 1);
     EXPECT_TRUE(bad.err.contains(QStringLiteral("-d needs milliseconds"))) << bad.err.toStdString();
 }
@@ -358,7 +315,7 @@ TEST_F(CaptureActions, GuiWithoutAStoredAreaFailsAndKeepsNothing)
 {
     startKelvoWith(plainPictures());
     ASSERT_FALSE(HasFatalFailure());
-    const RunResult r =
+    const auto r =
         run({QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), shots});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("no previous area"))) << r.err.toStdString();
@@ -373,14 +330,14 @@ TEST_F(CaptureActions, ADelayedGuiCaptureCancelledWithEscapeExitsTwo)
     constexpr int kDelayMs = 1200;
     QElapsedTimer clock;
     clock.start();
-    auto p = start({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
-                    QStringLiteral("-p"), shots});
+    KelvoCommand command({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
+                          QStringLiteral("-p"), shots});
     x->movePointer(800, 500);
     ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
     EXPECT_GE(clock.elapsed(), kDelayMs);
-    EXPECT_EQ(p->state(), QProcess::Running); // it waits for the capture's end
+    EXPECT_TRUE(command.isRunning()); // it waits for the capture's end
     x->tapKey("Escape");
-    const RunResult r = finish(*p);
+    const auto r = command.finish();
     EXPECT_EQ(r.exitCode, 2) << r.err.toStdString();
     EXPECT_TRUE(r.out.isEmpty());
     EXPECT_TRUE(shotFiles().isEmpty());

@@ -86,14 +86,6 @@ public Q_SLOTS:
     }
 };
 
-struct RunResult
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-    QByteArray raw; // stdout as bytes
-};
-
 class ImageOutputE2e : public CaptureFixture
 {
 protected:
@@ -125,34 +117,9 @@ protected:
     }
 
     // Runs kelvo to its end while this process keeps answering the bus.
-    RunResult run(const QStringList& args, const QString& directory = {})
+    KelvoProcess::Result run(const QStringList& args, const QString& directory = {})
     {
-        QProcess p;
-        if (!directory.isEmpty())
-            p.setWorkingDirectory(directory);
-        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-        for (const QString& k : env.keys())
-            e.insert(k, env.value(k));
-        p.setProcessEnvironment(e);
-        p.start(kelvoBinary(), args);
-        RunResult r;
-        if (!p.waitForStarted(10000))
-            return r;
-        QByteArray out;
-        const bool ended = pumpUntil([&] {
-            out += p.readAllStandardOutput();
-            return p.state() == QProcess::NotRunning;
-        });
-        if (!ended) {
-            p.kill();
-            p.waitForFinished();
-        }
-        out += p.readAllStandardOutput();
-        r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-        r.out = QString::fromLocal8Bit(out);
-        r.err = QString::fromLocal8Bit(p.readAllStandardError());
-        r.raw = out;
-        return r;
+        return KelvoCommand(args, env, directory).finish();
     }
 
     QByteArray clipboardPng() { return x->clipboardPng(); }

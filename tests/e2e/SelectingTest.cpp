@@ -13,9 +13,13 @@ const QColor kDesktop(0x80, 0x80, 0x80);
 class Selecting : public CaptureFixture
 {
 protected:
-    Selecting()
-        : CaptureFixture(kDesktop)
-    {}
+    void SetUp() override
+    {
+        CaptureFixture::SetUp();
+        if (HasFatalFailure())
+            return;
+        x->setRootColor(kDesktop);
+    }
 
     // Whether the selection's lit area already reaches `corner` from above left.
     bool litUpTo(QPoint corner) { return x->pixel(corner.x() - 3, corner.y() - 3) == kDesktop; }
