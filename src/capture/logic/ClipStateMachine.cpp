@@ -75,6 +75,12 @@ void ClipStateMachine::showClipViewWithFrame(const QRectF& frame, bool withToolb
     m_selection.backgroundBoxFrame = QRectF(QPointF(0, 0), windowSize());
     setContentFrame(G::grown(m_selection.contentRect, BorderBand));
     m_state.mouseDraggedTimes = 0;
+    // A change the last capture ended in the middle of (a drag with the
+    // button still down, an arrow key with no move after it) hid its tool
+    // bar; left set, the first selection here would be taken for the end of
+    // that change and the annotation window would never open.
+    m_state.buttonBoxHiddened = false;
+    m_state.resizeByKeyBoard = false;
 }
 
 void ClipStateMachine::setContentFrame(const QRectF& borderFrame)

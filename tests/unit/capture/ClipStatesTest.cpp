@@ -674,6 +674,17 @@ TEST_F(ClipStatesTest, ArrowKeysOnAHandleResizeByOnePointAndWarpThePointer)
     EXPECT_TRUE(m_host.cursorRectsEnabled);
     m_keys->mouseMoved();
     EXPECT_EQ(std::count(m_host.messages.begin(), m_host.messages.end(), kUnhidden), 1);
+
+    // A capture that ends before the move leaves the next one unharmed:
+    // its first selection opens the annotation window.
+    m_keys->keyDown(key(Qt::Key_Left));
+    ASSERT_TRUE(m_state.buttonBoxHiddened);
+    m_state.clipToolbarWindowOpened = false; // Escape closed it
+    open(0);
+    m_host.commands.clear();
+    selectRegion({300, 300}, {600, 500});
+    EXPECT_TRUE(m_host.sent(Cmd::OpenWindow));
+    EXPECT_FALSE(m_state.resizeByKeyBoard);
 }
 
 TEST_F(ClipStatesTest, ARegionsBrightHoleSitsOnePointInsideItsOutline)
