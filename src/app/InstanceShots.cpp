@@ -99,10 +99,7 @@ std::optional<InstanceShots::Answer> InstanceShots::take(const QStringList& argu
 
     Answer answer;
     output::ShotCommand::Services services;
-    services.windows = m_services.windows;
-    services.defaults = m_services.defaults;
-    services.notifier = m_services.notifier;
-    services.pointer = m_services.pointer;
+    static_cast<output::ShotSources&>(services) = m_services;
     services.writeOut = [&answer](const QByteArray& bytes) { answer.out += bytes; };
     services.report = [&answer](const QString& line) {
         answer.errors += QStringLiteral("kelvo: ") + line + QLatin1Char('\n');

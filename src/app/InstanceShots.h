@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "app/output/ShotCommand.h"
+
 #include <QByteArray>
-#include <QPointF>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
 #include <optional>
-
-namespace platform {
-class DesktopNotifier;
-class WindowServer;
-} // namespace platform
-namespace settings {
-class Defaults;
-}
 
 namespace app {
 
@@ -27,16 +20,11 @@ namespace app {
 class InstanceShots
 {
 public:
-    struct Services
+    struct Services : output::ShotSources
     {
-        platform::WindowServer* windows = nullptr;
-        settings::Defaults* defaults = nullptr;
-        platform::DesktopNotifier* notifier = nullptr;
         // Whether a capture holds the desktop frozen: pictures would then be
         // of the frozen desktop, not of what the screen shows.
         std::function<bool()> desktopHeld;
-        // Where the pointer is, in global top-left points.
-        std::function<QPointF()> pointer;
         // The instance's own environment; qEnvironmentVariable when empty.
         std::function<QString(const QString& name)> environment;
     };

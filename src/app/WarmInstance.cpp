@@ -15,11 +15,8 @@ WarmInstance::WarmInstance(platform::x11::X11WindowServer& windows,
                            platform::DesktopNotifier& notifier, KelvoBus* bus, QObject* parent)
     : QObject(parent)
     , m_windows(windows)
-    , m_shots({&windows,
-               &m_defaults,
-               &notifier,
+    , m_shots({{&windows, &m_defaults, &notifier, [] { return QPointF(QCursor::pos()); }},
                [&windows] { return !windows.frozenRoot().isNull(); },
-               [] { return QPointF(QCursor::pos()); },
                {}})
 {
     if (bus != nullptr) {

@@ -3,6 +3,7 @@
 // built by hand, a damaged preferences file, and commands with wrong
 // options. Each gets a clear error, and Kelvo goes on answering.
 #include "support/CaptureFixture.h"
+#include "support/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -32,12 +33,7 @@ protected:
     void SetUp() override
     {
         CaptureFixture::SetUp();
-        // A connection of this test's own: each test has its own bus, and
-        // libdbus reads the address only once per process.
-        static int serial = 0;
-        busName = QStringLiteral("e2e-bad-input-%1").arg(++serial);
-        bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
-            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), busName));
+        bus = std::make_unique<PrivateBus>();
         ASSERT_TRUE(bus->isConnected());
     }
 
@@ -45,7 +41,6 @@ protected:
     {
         kelvo.reset();
         bus.reset();
-        QDBusConnection::disconnectFromBus(busName);
     }
 
     QDBusMessage call(const QString& method, const QVariantList& arguments = {},
@@ -76,8 +71,7 @@ protected:
         return bytes;
     }
 
-    std::unique_ptr<QDBusConnection> bus;
-    QString busName;
+    std::unique_ptr<PrivateBus> bus;
 };
 
 } // namespace

@@ -4,9 +4,8 @@
 // window under the pointer with its shadow, Alt+X the previous area (or
 // rings the X bell when there is none), `kelvo gui` with options waits for
 // the capture's end, and the end is broadcast on the bus.
-#include "support/KelvoProcess.h"
-#include "support/TestDesktop.h"
-#include "support/XSession.h"
+#include "support/CaptureFixture.h"
+#include "support/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -16,7 +15,6 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSettings>
 
 // The XKB header names a field "explicit", a C++ keyword.
 #define explicit explicit_
@@ -107,29 +105,17 @@ private:
     bool m_ready = false;
 };
 
-struct RunResult
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
-class CaptureActions : public ::testing::Test
+class CaptureActions : public CaptureFixture
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
-        x = std::make_unique<XSession>();
-        ASSERT_TRUE(x->isConnected());
+        CaptureFixture::SetUp();
+        if (HasFatalFailure())
+            return;
         shots = desktop.path(QStringLiteral("shots"));
         ASSERT_TRUE(QDir().mkpath(shots));
-        // Each test has a bus of its own: a fresh connection name, and the
-        // address given, since libdbus reads the variable once per process.
-        static int serial = 0;
-        busName = QStringLiteral("e2e-capture-actions-%1").arg(++serial);
-        bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
-            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), busName));
+        bus = std::make_unique<PrivateBus>();
         ASSERT_TRUE(bus->isConnected());
         for (const char* name : {"CaptureDone", "CaptureCancelled", "CaptureFailed"}) {
             const char* slot = name == std::string_view("CaptureDone") ? SLOT(done(uint, QString))
@@ -145,46 +131,15 @@ protected:
     {
         kelvo.reset();
         bus.reset();
-        QDBusConnection::disconnectFromBus(busName);
     }
 
-    bool pumpUntil(const std::function<bool()>& condition, std::chrono::milliseconds timeout = 10s)
-    {
-        return waitFor(
-            [&] {
-                QCoreApplication::processEvents();
-                return condition();
-            },
-            timeout);
-    }
-
-    bool kelvoOnBus() { return bus->interface()->isServiceRegistered(kService).value(); }
-
-    // Kelvo with these preferences over the first-run ones: a first start
-    // writes those, then the test's values go in before the real start.
+    // Kelvo with these preferences, once it says it has taken the two hot
+    // keys these tests press; a probe of our own would race its grabs.
     void startKelvoWith(const QMap<QString, QString>& preferences)
     {
-        if (!QFileInfo::exists(confPath())) {
-            kelvo = std::make_unique<KelvoProcess>();
-            // The first-run values are written after Kelvo is on the bus.
-            ASSERT_TRUE(pumpUntil([&] {
-                return QSettings(confPath(), QSettings::IniFormat)
-                    .contains(QStringLiteral("installTime"));
-            })) << kelvo->errors().toStdString();
-            kelvo.reset();
-            ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(); }));
-        }
-        {
-            QSettings conf(confPath(), QSettings::IniFormat);
-            for (auto it = preferences.constBegin(); it != preferences.constEnd(); ++it)
-                conf.setValue(it.key(), it.value());
-            conf.sync();
-            ASSERT_EQ(conf.status(), QSettings::NoError);
-        }
-        kelvo = std::make_unique<KelvoProcess>();
-        ASSERT_TRUE(pumpUntil([&] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
-        // Kelvo says when it has taken its hot keys; a probe of our own
-        // would race its grabs.
+        CaptureFixture::startKelvoWith(preferences);
+        if (HasFatalFailure())
+            return;
         ASSERT_TRUE(pumpUntil([&] {
             const QVariantMap keys = kelvoHotKeys(*bus);
             return keys.value(QStringLiteral("screenshotWindowUnderCursorRecorder")) ==
@@ -197,11 +152,9 @@ protected:
     void restartKelvoWith(const QMap<QString, QString>& preferences)
     {
         kelvo.reset();
-        ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(); }));
+        ASSERT_TRUE(pumpUntil([&] { return !kelvoOnBus(*bus); }));
         startKelvoWith(preferences);
     }
-
-    QString confPath() const { return desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf"); }
 
     QMap<QString, QString> saveToShots() const
     {
@@ -227,47 +180,7 @@ protected:
         return QImage(shots + '/' + shotFiles().first());
     }
 
-    // Starts kelvo with `args`; the caller pumps until it ends.
-    std::unique_ptr<QProcess> start(const QStringList& args)
-    {
-        auto p = std::make_unique<QProcess>();
-        p->start(kelvoBinary(), args);
-        p->waitForStarted(10000);
-        return p;
-    }
-    RunResult finish(QProcess& p)
-    {
-        RunResult r;
-        QByteArray out;
-        QByteArray err;
-        const bool ended = pumpUntil(
-            [&] {
-                out += p.readAllStandardOutput();
-                err += p.readAllStandardError();
-                return p.state() == QProcess::NotRunning;
-            },
-            30s);
-        if (!ended) {
-            p.kill();
-            p.waitForFinished();
-        }
-        out += p.readAllStandardOutput();
-        err += p.readAllStandardError();
-        r.exitCode = ended && p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-        r.out = QString::fromLocal8Bit(out);
-        r.err = QString::fromLocal8Bit(err);
-        return r;
-    }
-    RunResult run(const QStringList& args)
-    {
-        auto p = start(args);
-        return finish(*p);
-    }
-
-    bool overlaysUp()
-    {
-        return kelvo && x->overlaysOf(kelvo->pid()).size() == 2 && x->keyboardGrabbedByOther();
-    }
+    static KelvoProcess::Result run(const QStringList& args) { return KelvoCommand(args).finish(); }
 
     // Same pixels, alpha left out (a saved PNG may carry an alpha channel).
     static ::testing::AssertionResult samePixels(const QImage& a, const QImage& b)
@@ -286,12 +199,8 @@ protected:
         return ::testing::AssertionSuccess();
     }
 
-    TestDesktop desktop;
-    std::unique_ptr<XSession> x;
-    std::unique_ptr<KelvoProcess> kelvo;
     QString shots;
-    QString busName;
-    std::unique_ptr<QDBusConnection> bus;
+    std::unique_ptr<PrivateBus> bus;
     CaptureEnds ends;
 };
 
@@ -375,7 +284,7 @@ TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
 
     const QString elsewhere = desktop.path(QStringLiteral("elsewhere"));
     ASSERT_TRUE(QDir().mkpath(elsewhere));
-    const RunResult r = run(
+    const auto r = run(
         {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), elsewhere});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     const QString path = r.out.trimmed();
@@ -386,19 +295,18 @@ TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
 
     // A file name picks the name and the format, and never replaces a file.
     const QString named = elsewhere + QStringLiteral("/area.jpg");
-    const RunResult first = run(
+    const auto first = run(
         {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
     ASSERT_EQ(first.exitCode, 0) << first.err.toStdString();
     EXPECT_EQ(first.out.trimmed(), named);
     EXPECT_EQ(QImage(named).size(), kArea.size());
-    const RunResult second = run(
+    const auto second = run(
         {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
     ASSERT_EQ(second.exitCode, 0) << second.err.toStdString();
     EXPECT_EQ(second.out.trimmed(), elsewhere + QStringLiteral("/area 2.jpg"));
 
     // A bad option is refused before anything is asked of Kelvo.
-    const RunResult bad =
-        run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
+    const auto bad = run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
     EXPECT_EQ(bad.exitCode, 1);
     EXPECT_TRUE(bad.err.contains(QStringLiteral("-d needs milliseconds"))) << bad.err.toStdString();
 }
@@ -407,7 +315,7 @@ TEST_F(CaptureActions, GuiWithoutAStoredAreaFailsAndKeepsNothing)
 {
     startKelvoWith(plainPictures());
     ASSERT_FALSE(HasFatalFailure());
-    const RunResult r =
+    const auto r =
         run({QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), shots});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains(QStringLiteral("no previous area"))) << r.err.toStdString();
@@ -422,14 +330,14 @@ TEST_F(CaptureActions, ADelayedGuiCaptureCancelledWithEscapeExitsTwo)
     constexpr int kDelayMs = 1200;
     QElapsedTimer clock;
     clock.start();
-    auto p = start({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
-                    QStringLiteral("-p"), shots});
+    KelvoCommand command({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
+                          QStringLiteral("-p"), shots});
     x->movePointer(800, 500);
     ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
     EXPECT_GE(clock.elapsed(), kDelayMs);
-    EXPECT_EQ(p->state(), QProcess::Running); // it waits for the capture's end
+    EXPECT_TRUE(command.isRunning()); // it waits for the capture's end
     x->tapKey("Escape");
-    const RunResult r = finish(*p);
+    const auto r = command.finish();
     EXPECT_EQ(r.exitCode, 2) << r.err.toStdString();
     EXPECT_TRUE(r.out.isEmpty());
     EXPECT_TRUE(shotFiles().isEmpty());

@@ -28,12 +28,13 @@ const QMap<QString, QString> kPlain{{"needShadowOfnotSingleWindow", "NO"},
 class CaptureFinish : public CaptureFixture
 {
 protected:
+    CaptureFinish()
+        : CaptureFixture(kDesktop)
+    {}
+
     void SetUp() override
     {
         CaptureFixture::SetUp();
-        if (HasFatalFailure())
-            return;
-        x->setRootColor(kDesktop);
         shots = desktop.path(QStringLiteral("shots"));
         QDir().mkpath(shots);
     }

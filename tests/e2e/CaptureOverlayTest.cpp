@@ -53,25 +53,6 @@ TEST_F(CaptureOverlay, RightClickEndsItAndANewCaptureWorksAfterwards)
     EXPECT_TRUE(kelvo->isRunning());
 }
 
-TEST_F(CaptureOverlay, SecondTriggerDuringACaptureChangesNothing)
-{
-    startKelvo();
-    x->movePointer(600, 600);
-    triggerCapture();
-    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
-    const auto first = x->overlaysOf(kelvo->pid());
-
-    // The forwarded request has been handled when the command returns.
-    triggerCapture();
-    const auto second = x->overlaysOf(kelvo->pid());
-    ASSERT_EQ(second.size(), first.size());
-    for (std::size_t i = 0; i < first.size(); ++i)
-        EXPECT_EQ(second[i].id, first[i].id);
-
-    x->tapKey("Escape");
-    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
-}
-
 TEST_F(CaptureOverlay, EscapeWithAModifierDoesNotCancel)
 {
     startKelvo();

@@ -38,13 +38,9 @@ bool activate(const SolidWindow& window)
 class CaptureFocus : public CaptureFixture
 {
 protected:
-    void SetUp() override
-    {
-        CaptureFixture::SetUp();
-        if (HasFatalFailure())
-            return;
-        x->setRootColor(kDesktop);
-    }
+    CaptureFocus()
+        : CaptureFixture(kDesktop)
+    {}
 
     // The capture is up over a desktop where `before` had the focus; then
     // `thief` takes it, as a window that opens meanwhile does.

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The global hot keys on a real X server, typed through XTest while some
 // other window has the focus.
-#include "support/KelvoProcess.h"
-#include "support/TestDesktop.h"
-#include "support/XSession.h"
+#include "support/CaptureFixture.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -22,21 +20,15 @@ namespace {
 
 constexpr std::uint16_t kAlt = 0x08; // Mod1
 
-class HotKeys : public ::testing::Test
+class HotKeys : public CaptureFixture
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
-        x = std::make_unique<XSession>();
-        ASSERT_TRUE(x->isConnected());
-    }
-
-    // Kelvo on the bus with its hot keys taken, as it reports them.
+    // Kelvo on the bus with all its hot keys tried, as it reports them.
     void startKelvo()
     {
-        kelvo = std::make_unique<KelvoProcess>();
-        ASSERT_TRUE(waitFor([] { return kelvoOnBus(); })) << kelvo->errors().toStdString();
+        CaptureFixture::startKelvo();
+        if (HasFatalFailure())
+            return;
         ASSERT_TRUE(waitFor([&] {
             report = kelvoHotKeys();
             return report.size() == 6;
@@ -60,9 +52,6 @@ protected:
     }
     bool overlaysGone() { return x->overlaysOf(kelvo->pid()).empty(); }
 
-    TestDesktop desktop;
-    std::unique_ptr<XSession> x;
-    std::unique_ptr<KelvoProcess> kelvo;
     QVariantMap report;
 };
 

@@ -4,9 +4,8 @@
 // told on the session bus's notification service and the picture kept, a
 // copy lands on the X clipboard through the running instance, and a running
 // instance takes the picture for the command with the same pixels.
-#include "support/KelvoProcess.h"
-#include "support/TestDesktop.h"
-#include "support/XSession.h"
+#include "support/CaptureFixture.h"
+#include "support/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -87,22 +86,14 @@ public Q_SLOTS:
     }
 };
 
-struct RunResult
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-    QByteArray raw; // stdout as bytes
-};
-
-class ImageOutputE2e : public ::testing::Test
+class ImageOutputE2e : public CaptureFixture
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
-        x = std::make_unique<XSession>();
-        ASSERT_TRUE(x->isConnected());
+        CaptureFixture::SetUp();
+        if (HasFatalFailure())
+            return;
         home = desktop.path(QStringLiteral("home"));
         QDir().mkpath(home + QStringLiteral("/Pictures"));
         QDir().mkpath(desktop.path(QStringLiteral("shots")));
@@ -111,22 +102,14 @@ protected:
 
     void TearDown() override
     {
-        if (bus) {
+        if (bus)
             bus->unregisterService(QStringLiteral("org.freedesktop.Notifications"));
-            bus.reset();
-            QDBusConnection::disconnectFromBus(busName);
-        }
+        bus.reset();
     }
 
     void serveNotifications()
     {
-        // Each test has a desktop and so a bus of its own: a fresh name makes
-        // a fresh connection, and the address is given because libdbus reads
-        // the variable only once per process.
-        static int serial = 0;
-        busName = QStringLiteral("e2e-notifications-%1").arg(++serial);
-        bus = std::make_unique<QDBusConnection>(QDBusConnection::connectToBus(
-            qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"), busName));
+        bus = std::make_unique<PrivateBus>();
         ASSERT_TRUE(bus->isConnected());
         ASSERT_TRUE(bus->registerObject(QStringLiteral("/org/freedesktop/Notifications"), &server,
                                         QDBusConnection::ExportAllSlots));
@@ -134,54 +117,17 @@ protected:
     }
 
     // Runs kelvo to its end while this process keeps answering the bus.
-    RunResult run(const QStringList& args, const QString& directory = {})
+    KelvoProcess::Result run(const QStringList& args, const QString& directory = {})
     {
-        QProcess p;
-        if (!directory.isEmpty())
-            p.setWorkingDirectory(directory);
-        QProcessEnvironment e = QProcessEnvironment::systemEnvironment();
-        for (const QString& k : env.keys())
-            e.insert(k, env.value(k));
-        p.setProcessEnvironment(e);
-        p.start(kelvoBinary(), args);
-        RunResult r;
-        if (!p.waitForStarted(10000))
-            return r;
-        QByteArray out;
-        const bool ended = waitFor([&] {
-            QCoreApplication::processEvents();
-            out += p.readAllStandardOutput();
-            return p.state() == QProcess::NotRunning;
-        });
-        if (!ended) {
-            p.kill();
-            p.waitForFinished();
-        }
-        out += p.readAllStandardOutput();
-        r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-        r.out = QString::fromLocal8Bit(out);
-        r.err = QString::fromLocal8Bit(p.readAllStandardError());
-        r.raw = out;
-        return r;
-    }
-
-    bool pumpUntil(const std::function<bool()>& condition)
-    {
-        return waitFor([&] {
-            QCoreApplication::processEvents();
-            return condition();
-        });
+        return KelvoCommand(args, env, directory).finish();
     }
 
     QByteArray clipboardPng() { return x->clipboardPng(); }
 
-    TestDesktop desktop;
-    std::unique_ptr<XSession> x;
     QString home;
     QProcessEnvironment env;
     NotificationServer server;
-    std::unique_ptr<QDBusConnection> bus;
-    QString busName;
+    std::unique_ptr<PrivateBus> bus;
 };
 
 } // namespace

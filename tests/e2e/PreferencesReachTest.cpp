@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The Preferences window within reach without the tray: a second start of
 // kelvo and `kelvo prefs` bring up the running instance's window.
-#include "support/KelvoProcess.h"
-#include "support/TestDesktop.h"
-#include "support/XSession.h"
+#include "support/CaptureFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -14,16 +12,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-class PreferencesReach : public ::testing::Test
+class PreferencesReach : public CaptureFixture
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
-        x = std::make_unique<XSession>();
-        ASSERT_TRUE(x->isConnected());
-    }
-
     QStringList preferencesWindows() { return kelvoWindowsOf(kelvo->pid()); }
 
     void startKelvo(const QStringList& arguments = {})
@@ -39,10 +30,6 @@ protected:
         x->tapKey("Escape");
         ASSERT_TRUE(waitFor([&] { return preferencesWindows().isEmpty(); }, 10s));
     }
-
-    TestDesktop desktop;
-    std::unique_ptr<XSession> x;
-    std::unique_ptr<KelvoProcess> kelvo;
 };
 
 } // namespace

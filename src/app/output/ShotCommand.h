@@ -49,16 +49,22 @@ struct ShotRequest
 // Longest delay -d accepts: an hour.
 inline constexpr int kMaxShotDelayMs = 3600 * 1000;
 
+// Where a picture of the desktop comes from and where its notices go; the
+// command has them, and so has the tray instance that runs it for a client.
+struct ShotSources
+{
+    platform::WindowServer* windows = nullptr;
+    settings::Defaults* defaults = nullptr;
+    platform::DesktopNotifier* notifier = nullptr;
+    // Where the pointer is, in global top-left points.
+    std::function<QPointF()> pointer;
+};
+
 class ShotCommand
 {
 public:
-    struct Services
+    struct Services : ShotSources
     {
-        platform::WindowServer* windows = nullptr;
-        settings::Defaults* defaults = nullptr;
-        platform::DesktopNotifier* notifier = nullptr;
-        // Where the pointer is, in global top-left points.
-        std::function<QPointF()> pointer;
         // Hands PNG data to whoever keeps the clipboard; an error's text.
         std::function<QString(const QByteArray&)> clipboard;
         std::function<void(const QByteArray&)> writeOut; // stdout

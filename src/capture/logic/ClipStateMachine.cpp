@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "capture/logic/ClipStateMachine.h"
 
-#include "capture/logic/DragMagnifier.h"
-#include "capture/logic/HoverMagnifier.h"
 #include "capture/logic/MultiWindowPick.h"
 #include "capture/logic/OverlayTips.h"
 #include "capture/logic/SelectionGeometry.h"
@@ -12,7 +10,6 @@
 #include "settings/Keys.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace capture {
@@ -21,10 +18,6 @@ namespace {
 using G = SelectionGeometry;
 
 constexpr double BorderBand = SelectionGeometry::BorderBand;
-// The magnifier's throttle: a jump of more than this many points, or this
-// much time since the last refresh.
-constexpr double MagnifierJump = 30.0;
-constexpr double MagnifierInterval = 0.04;
 // The drag event that turns a click on a window into a region: events, not
 // distance, so a slightly shaky click still takes the window.
 constexpr int RegionDragEvent = 8;
@@ -46,6 +39,7 @@ ClipStateMachine::ClipStateMachine(CaptureState& state, ClipViewHost& host,
     , m_host(host)
     , m_layout(std::move(layout))
     , m_screen(screen)
+    , m_hover(state, host, m_layout, m_selection, m_look)
 {
     m_state.stateOfMultiWindowScreenshots = PickMode::None;
 }
@@ -55,25 +49,6 @@ QSizeF ClipStateMachine::windowSize() const
     if (m_screen < 0 || m_screen >= m_layout.count())
         return {};
     return m_layout.screen(m_screen).frame.size();
-}
-
-QSizeF ClipStateMachine::getCurrentScreenSize() const
-{
-    const int index = m_host.screenUnderMouse();
-    if (index < 0 || index >= m_layout.count())
-        return {};
-    return m_layout.screen(index).frame.size();
-}
-
-QRectF ClipStateMachine::screenUnderMouseFrame()
-{
-    const int index = m_host.screenUnderMouse();
-    const QRectF frame =
-        index >= 0 && index < m_layout.count() ? m_layout.frameBottomLeft(index) : QRectF();
-    if (frame.height() == 0)
-        return m_state.oldRect;
-    m_state.oldRect = frame;
-    return frame;
 }
 
 void ClipStateMachine::setOverlayAlpha(double alpha)
@@ -100,6 +75,12 @@ void ClipStateMachine::showClipViewWithFrame(const QRectF& frame, bool withToolb
     m_selection.backgroundBoxFrame = QRectF(QPointF(0, 0), windowSize());
     setContentFrame(G::grown(m_selection.contentRect, BorderBand));
     m_state.mouseDraggedTimes = 0;
+    // A change the last capture ended in the middle of (a drag with the
+    // button still down, an arrow key with no move after it) hid its tool
+    // bar; left set, the first selection here would be taken for the end of
+    // that change and the annotation window would never open.
+    m_state.buttonBoxHiddened = false;
+    m_state.resizeByKeyBoard = false;
 }
 
 void ClipStateMachine::setContentFrame(const QRectF& borderFrame)
@@ -124,41 +105,13 @@ void ClipStateMachine::resetFramesToThisOne(const QRectF& frame)
 
 void ClipStateMachine::showHoveredWindow(const QRectF& windowRect)
 {
-    m_selection.showHoveredWindow(windowRect);
-    m_host.needsDisplay();
+    m_hover.showHoveredWindow(windowRect);
 }
 
 void ClipStateMachine::setFrameForContentView(const QRectF& rect, QPointF mouse, double now)
 {
-    const QRectF r = G::truncated(rect);
-    m_selection.setRegion(r);
-
-    if (std::abs(r.width() - m_state.lastRect.width()) > MagnifierJump ||
-        std::abs(r.height() - m_state.lastRect.height()) > MagnifierJump ||
-        now - m_state.lastTimeOfMoving > MagnifierInterval) {
-        m_host.magnifierNeedsDisplay();
-        m_state.lastTimeOfMoving = now;
-    }
-    m_state.lastRect = r;
-
-    const QRectF screen = screenUnderMouseFrame();
-    m_look.magnifierOrigin = DragMagnifier::positionOfDragging(
-        mouse, screen.size(), r, m_host.cropBorder().numberOfReSize, m_onlyClipCurrentWindow);
-    m_look.cursorImageFrame = HoverMagnifier::cross(mouse);
-
-    if (m_selection.lastContentRect != m_selection.contentViewFrame &&
-        m_clipState != ClipState::Dragging)
-        showBoxes();
-    m_selection.lastContentRect = m_selection.contentRect;
-    m_look.sizeLabel = placeSizeLabel(m_selection.contentRect, getCurrentScreenSize());
-}
-
-void ClipStateMachine::showBoxes()
-{
-    if (m_state.stateOfMultiWindowScreenshots == PickMode::None)
-        m_look.backgroundBoxTransparent = false;
-    m_look.selectedBoxTransparent = false;
-    m_selection.surroundSelection();
+    m_hover.setFrameForContentView(rect, mouse, now, m_onlyClipCurrentWindow,
+                                   m_clipState == ClipState::Dragging);
 }
 
 void ClipStateMachine::mousedown(const ClipMouseEvent& event)
@@ -480,23 +433,7 @@ void ClipStateMachine::finishFirstSelection(const ClipMouseEvent& event, int sha
 
 void ClipStateMachine::checkTips(bool firstMove)
 {
-    const CropBorderStatus border = m_host.cropBorder();
-    CursorTipInput in;
-    in.isInResizeRect = border.isInResizeRect;
-    in.whichInResizeRect = border.whichInResizeRect;
-    in.onlyClipCurrentWindow = m_onlyClipCurrentWindow;
-    in.role = m_state.pointerRole;
-    // The tool and the stroke under the pointer are the mark-up's; with no
-    // drawing tool chosen the wheel tips of the roles stay as they are.
-    const std::optional<CursorTip> tip = checkCursorTip(m_state.lastHotSpot, firstMove, in);
-    if (!tip)
-        return;
-    const bool show = tip->change.kind == TipChange::Kind::Show;
-    if (show == m_look.tipViewShown && tip->change.text == m_look.tipText)
-        return;
-    m_look.tipViewShown = show;
-    m_look.tipText = tip->change.text;
-    m_host.needsDisplay();
+    m_hover.checkTips(firstMove, m_onlyClipCurrentWindow);
 }
 
 QString ClipStateMachine::preRectOfScreenShots(const QRectF& frame) const

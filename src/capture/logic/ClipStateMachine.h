@@ -3,6 +3,7 @@
 
 #include "capture/logic/CaptureState.h"
 #include "capture/logic/ClipEvents.h"
+#include "capture/logic/ClipHover.h"
 #include "capture/logic/ClipLook.h"
 #include "capture/logic/ClipSelection.h"
 #include "capture/logic/ClipViewHost.h"
@@ -42,6 +43,9 @@ public:
     // `layout` holds every screen, `screen` is the index of this overlay's.
     ClipStateMachine(CaptureState& state, ClipViewHost& host, core::ScreenLayout layout,
                      int screen);
+    // The hover steps keep references to the members below.
+    ClipStateMachine(const ClipStateMachine&) = delete;
+    ClipStateMachine& operator=(const ClipStateMachine&) = delete;
 
     // Called by the controller when the overlay is shown: back to Waiting with
     // `frame` (overlay-local) as the selection, nothing drawn yet.
@@ -105,7 +109,7 @@ public:
     [[nodiscard]] int screen() const { return m_screen; }
     [[nodiscard]] const core::ScreenLayout& layout() const { return m_layout; }
     // The size of the screen under the mouse, zero when there is none.
-    [[nodiscard]] QSizeF getCurrentScreenSize() const;
+    [[nodiscard]] QSizeF getCurrentScreenSize() const { return m_hover.getCurrentScreenSize(); }
     // The overlay's own size.
     [[nodiscard]] QSizeF windowSize() const;
 
@@ -125,10 +129,6 @@ private:
     void hideToolbarForChange();
     void finishFirstSelection(const ClipMouseEvent& event, int shadow);
     void writePreRect(const QRectF& frame);
-    void showBoxes();
-    // The frame of the screen under the mouse (global bottom-left), or the
-    // last one seen while the pointer is between screens.
-    [[nodiscard]] QRectF screenUnderMouseFrame();
 
     CaptureState& m_state;
     ClipViewHost& m_host;
@@ -147,6 +147,7 @@ private:
 
     ClipSelection m_selection;
     ClipLook m_look;
+    ClipHover m_hover; // after what it refers to
 };
 
 } // namespace capture

@@ -2,10 +2,10 @@
 #include "platform/x11/X11HotKeyCenter.h"
 
 #include "platform/x11/QtKeySymbols.h"
+#include "platform/x11/X11SharedConnection.h"
 #include "platform/x11/XcbHandles.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QTimer>
 
 #include <xcb/xcb.h>
@@ -21,15 +21,6 @@ namespace {
 // The lock toggles a grab is repeated with.
 constexpr std::uint16_t kLockVariants[] = {0, kCapsLockMask, kNumLockMask,
                                            kCapsLockMask | kNumLockMask};
-
-xcb_connection_t* qtConnection()
-{
-    auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
-    if (app == nullptr)
-        return nullptr;
-    auto* x11 = app->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
 
 struct KeySymbolsDeleter
 {
@@ -64,7 +55,8 @@ struct X11HotKeyCenter::State
 X11HotKeyCenter::X11HotKeyCenter()
     : m(std::make_unique<State>())
 {
-    m->connection = qtConnection();
+    // Its key events come through Qt's event filter, so only Qt's connection will do.
+    m->connection = X11SharedConnection::qtConnection();
     if (m->connection == nullptr)
         return;
     for (auto it = xcb_setup_roots_iterator(xcb_get_setup(m->connection)); it.rem > 0;

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/x11/X11InputShape.h"
 
+#include "platform/x11/X11SharedConnection.h"
 #include "platform/x11/XcbHandles.h"
-
-#include <QCoreApplication>
-#include <QGuiApplication>
 
 #include <xcb/shape.h>
 
@@ -15,15 +13,6 @@
 namespace platform::x11 {
 
 namespace {
-
-xcb_connection_t* qtConnection()
-{
-    auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
-    if (app == nullptr)
-        return nullptr;
-    auto* x11 = app->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 != nullptr ? x11->connection() : nullptr;
-}
 
 std::int16_t clamp16(int v)
 {
@@ -41,8 +30,8 @@ std::uint16_t clampU16(int v)
 
 struct X11InputShape::State
 {
-    XcbConnectionPtr owned;
-    xcb_connection_t* connection = nullptr;
+    X11SharedConnection shared;
+    xcb_connection_t* connection = shared.get();
     bool hasInputShapes = false;
 
     [[nodiscard]] bool succeeded(xcb_void_cookie_t cookie) const
@@ -55,14 +44,8 @@ struct X11InputShape::State
 X11InputShape::X11InputShape()
     : m(std::make_unique<State>())
 {
-    m->connection = qtConnection();
-    if (m->connection == nullptr) {
-        XcbConnectionPtr own(xcb_connect(nullptr, nullptr));
-        if (xcb_connection_has_error(own.get()) != 0)
-            return;
-        m->owned = std::move(own);
-        m->connection = m->owned.get();
-    }
+    if (m->connection == nullptr)
+        return;
     const xcb_query_extension_reply_t* ext = xcb_get_extension_data(m->connection, &xcb_shape_id);
     if (ext == nullptr || ext->present == 0)
         return;

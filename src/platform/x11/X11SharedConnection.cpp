@@ -8,9 +8,7 @@
 
 namespace platform::x11 {
 
-namespace {
-
-xcb_connection_t* qtConnection()
+xcb_connection_t* X11SharedConnection::qtConnection()
 {
     auto* app = qobject_cast<QGuiApplication*>(QCoreApplication::instance());
     if (app == nullptr)
@@ -18,8 +16,6 @@ xcb_connection_t* qtConnection()
     auto* x11 = app->nativeInterface<QNativeInterface::QX11Application>();
     return x11 != nullptr ? x11->connection() : nullptr;
 }
-
-} // namespace
 
 X11SharedConnection::X11SharedConnection()
     : m_connection(qtConnection())

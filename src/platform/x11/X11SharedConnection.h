@@ -16,6 +16,9 @@ class X11SharedConnection
 public:
     X11SharedConnection();
 
+    // Qt's own connection; null when the process runs no Qt GUI on xcb.
+    [[nodiscard]] static xcb_connection_t* qtConnection();
+
     // Null when no X server could be reached.
     [[nodiscard]] xcb_connection_t* get() const { return m_connection; }
     // The root of the display's default screen; XCB_NONE when not connected.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/CaptureFixture.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
@@ -14,6 +15,8 @@ void CaptureFixture::SetUp()
     ASSERT_TRUE(desktop.isRunning()) << desktop.error().toStdString();
     x = std::make_unique<XSession>();
     ASSERT_TRUE(x->isConnected());
+    if (m_rootColor.isValid())
+        x->setRootColor(m_rootColor);
 }
 
 void CaptureFixture::startKelvo(QProcessEnvironment env)
@@ -77,6 +80,17 @@ void CaptureFixture::barrier()
         QStringLiteral("org.kelvo.Kelvo"), QStringLiteral("Version"));
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 10000);
     EXPECT_NE(reply.type(), QDBusMessage::ErrorMessage) << reply.errorMessage().toStdString();
+}
+
+bool CaptureFixture::pumpUntil(const std::function<bool()>& condition,
+                               std::chrono::milliseconds timeout)
+{
+    return waitFor(
+        [&] {
+            QCoreApplication::processEvents();
+            return condition();
+        },
+        timeout);
 }
 
 void CaptureFixture::drag(QPoint from, QPoint to, int steps,

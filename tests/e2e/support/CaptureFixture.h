@@ -5,6 +5,7 @@
 #include "support/TestDesktop.h"
 #include "support/XSession.h"
 
+#include <QColor>
 #include <QMap>
 #include <QProcessEnvironment>
 
@@ -24,6 +25,11 @@ protected:
     // A desktop with more parts, e.g. a notification server.
     explicit CaptureFixture(TestDesktop::Options options)
         : desktop(options)
+    {}
+    // The desktop's background painted in `rootColor`, so what a capture
+    // shows around its windows is known.
+    explicit CaptureFixture(QColor rootColor)
+        : m_rootColor(rootColor)
     {}
 
     static inline const QRect kPrimary{0, 0, 1920, 1080};
@@ -47,6 +53,11 @@ protected:
     // Waits until Kelvo's main thread has handled what came before: a D-Bus
     // round trip after the X server has passed on our input.
     void barrier();
+    // waitFor that also runs this process' events, for tests that answer
+    // or listen on the bus themselves.
+    [[nodiscard]] static bool
+    pumpUntil(const std::function<bool()>& condition,
+              std::chrono::milliseconds timeout = std::chrono::seconds(10));
     // A drag of the left button through `steps` pointer moves. After each
     // move it waits for `reached(point)` when given, as a person's hand
     // waits for the screen to follow.
@@ -56,6 +67,9 @@ protected:
     TestDesktop desktop;
     std::unique_ptr<XSession> x;
     std::unique_ptr<KelvoProcess> kelvo;
+
+private:
+    QColor m_rootColor;
 };
 
 } // namespace e2e

@@ -92,19 +92,47 @@ void KelvoProcess::stop()
 KelvoProcess::Result KelvoProcess::run(const QStringList& arguments, QProcessEnvironment extra,
                                        int timeoutMs)
 {
-    QProcess p;
-    p.setProcessEnvironment(environmentWith(extra));
-    p.start(kelvoBinary(), arguments);
-    Result r;
-    if (!p.waitForFinished(timeoutMs)) {
-        p.kill();
-        p.waitForFinished();
-        r.err = QStringLiteral("timed out");
+    return KelvoCommand(arguments, extra).finish(std::chrono::milliseconds(timeoutMs));
+}
+
+KelvoCommand::KelvoCommand(const QStringList& arguments, const QProcessEnvironment& extra,
+                           const QString& directory)
+{
+    if (!directory.isEmpty())
+        m_process.setWorkingDirectory(directory);
+    m_process.setProcessEnvironment(environmentWith(extra));
+    m_process.start(kelvoBinary(), arguments);
+}
+
+KelvoProcess::Result KelvoCommand::finish(std::chrono::milliseconds timeout)
+{
+    KelvoProcess::Result r;
+    if (!m_process.waitForStarted(10000)) {
+        r.err = QStringLiteral("did not start");
         return r;
     }
-    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
-    r.out = QString::fromLocal8Bit(p.readAllStandardOutput());
-    r.err = QString::fromLocal8Bit(p.readAllStandardError());
+    QByteArray err;
+    const auto drain = [&] {
+        r.raw += m_process.readAllStandardOutput();
+        err += m_process.readAllStandardError();
+    };
+    const bool ended = waitFor(
+        [&] {
+            QCoreApplication::processEvents();
+            drain();
+            return m_process.state() == QProcess::NotRunning;
+        },
+        timeout);
+    if (!ended) {
+        m_process.kill();
+        m_process.waitForFinished();
+        err += "timed out";
+    }
+    drain();
+    r.exitCode =
+        ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    r.out = QString::fromLocal8Bit(r.raw);
+    r.err = QString::fromLocal8Bit(err);
     failOnSanitizerReport(r.err);
     return r;
 }

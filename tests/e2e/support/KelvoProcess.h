@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <chrono>
 #include <memory>
 
 namespace e2e {
@@ -32,6 +33,7 @@ public:
         int exitCode = -1;
         QString out;
         QString err;
+        QByteArray raw; // stdout as bytes
     };
     // A one-shot command (`kelvo gui`, `kelvo --help`, ...) to its end.
     [[nodiscard]] static Result run(const QStringList& arguments, QProcessEnvironment extra = {},
@@ -40,6 +42,24 @@ public:
 private:
     std::unique_ptr<QProcess> m_process;
     QString m_errorFile;
+};
+
+// A one-shot command, started at once. finish() waits for its end while
+// this process keeps answering the bus, where a test may stand in for a
+// service the command talks to.
+class KelvoCommand
+{
+public:
+    // `directory` is its working directory, this process' when empty.
+    explicit KelvoCommand(const QStringList& arguments, const QProcessEnvironment& extra = {},
+                          const QString& directory = {});
+
+    [[nodiscard]] bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+    [[nodiscard]] KelvoProcess::Result
+    finish(std::chrono::milliseconds timeout = std::chrono::seconds(30));
+
+private:
+    QProcess m_process;
 };
 
 // Whether the running Kelvo owns its name on `bus`.

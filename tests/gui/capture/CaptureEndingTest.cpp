@@ -2,17 +2,9 @@
 // A capture ended from inside one of its own handlers: what the handler is
 // still using outlives it, and nothing of the capture outlives the next
 // turn of the event loop.
-#include "capture/logic/CaptureContext.h"
-#include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipView.h"
 #include "capture/ui/QNClipWindowController.h"
-#include "colour/logic/ColorReadoutState.h"
-#include "core/MessageBus.h"
-#include "platform/null/FakeActiveWindow.h"
-#include "platform/null/FakeWindowServer.h"
-#include "platform/null/NullServices.h"
-#include "settings/Defaults.h"
-#include "settings/MemoryStore.h"
+#include "support/ClipManagerFixture.h"
 
 #include <QCoreApplication>
 #include <QDialog>
@@ -29,19 +21,9 @@ using namespace capture;
 
 namespace {
 
-class CaptureEnding : public ::testing::Test
+class CaptureEnding : public ClipManagerFixture
 {
 protected:
-    CaptureEnding()
-    {
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        windows.layout = core::ScreenLayout({{QStringLiteral("offscreen"), QRectF(screen), 1.0}});
-        windows.desktop = QImage(screen.size(), QImage::Format_ARGB32);
-        windows.desktop.fill(Qt::darkGray);
-        pointer.at = QPointF(100, 100);
-        manager.setDesktopWindows(&desktop, nullptr);
-    }
-
     // The controllers of the running capture, watched.
     std::vector<QPointer<QNClipWindowController>> watchControllers()
     {
@@ -56,19 +38,6 @@ protected:
         for (int i = 0; i < 3; ++i)
             QCoreApplication::processEvents();
     }
-
-    platform::null::FakeActiveWindow desktop;
-    CaptureContext context;
-    CaptureState& state = context.capture();
-    platform::null::FakeWindowServer windows;
-    platform::null::FixedPointer pointer;
-    platform::null::CountingSoundPlayer sound;
-    core::MessageBus bus;
-    settings::MemoryStore store;
-    settings::Defaults defaults{store};
-    colour::ColorReadoutState readout;
-    QNClipScreenManager manager{
-        {context, windows, pointer, sound, bus, defaults, readout, [] { return QVariantMap(); }}};
 };
 
 } // namespace

@@ -4,19 +4,9 @@
 // first turn on which the overlay windows are made ahead of any capture, and
 // the wait for a notice's popup. Also what a capture leaves the desktop: the
 // focus back where it began.
-#include "capture/logic/CaptureContext.h"
-#include "capture/ui/QNClipScreenManager.h"
 #include "capture/ui/QNClipWindow.h"
 #include "capture/ui/QNClipWindowController.h"
-#include "colour/logic/ColorReadoutState.h"
-#include "core/Clock.h"
-#include "core/MessageBus.h"
-#include "platform/null/FakeActiveWindow.h"
-#include "platform/null/FakeNotificationStacking.h"
-#include "platform/null/FakeWindowServer.h"
-#include "platform/null/NullServices.h"
-#include "settings/Defaults.h"
-#include "settings/MemoryStore.h"
+#include "support/ClipManagerFixture.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -36,59 +26,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A clock that moves only when told to, running what falls due in order.
-class ManualClock final : public core::Clock
-{
-public:
-    [[nodiscard]] std::chrono::steady_clock::time_point now() const override { return m_now; }
-    void singleShot(std::chrono::milliseconds delay, const QObject* context,
-                    std::function<void()> task) override
-    {
-        m_tasks.push_back({m_now + delay, context, std::move(task)});
-    }
-    void advance(std::chrono::milliseconds by)
-    {
-        const auto until = m_now + by;
-        for (;;) {
-            auto next = m_tasks.end();
-            for (auto it = m_tasks.begin(); it != m_tasks.end(); ++it) {
-                if (it->due <= until && (next == m_tasks.end() || it->due < next->due))
-                    next = it;
-            }
-            if (next == m_tasks.end())
-                break;
-            Task task = std::move(*next);
-            m_tasks.erase(next);
-            m_now = task.due;
-            if (!task.context.isNull())
-                task.run();
-        }
-        m_now = until;
-    }
-
-private:
-    struct Task
-    {
-        std::chrono::steady_clock::time_point due;
-        QPointer<const QObject> context;
-        std::function<void()> run;
-    };
-    std::chrono::steady_clock::time_point m_now;
-    std::vector<Task> m_tasks;
-};
-
-class ClipScreenManagerClock : public ::testing::Test
+class ClipScreenManagerClock : public ClipManagerFixture
 {
 protected:
     ClipScreenManagerClock()
-    {
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        windows.layout = core::ScreenLayout({{QStringLiteral("offscreen"), QRectF(screen), 1.0}});
-        windows.desktop = QImage(screen.size(), QImage::Format_ARGB32);
-        windows.desktop.fill(Qt::darkGray);
-        pointer.at = QPointF(100, 100);
-        manager.setDesktopWindows(&desktop, &stacking);
-    }
+        : ClipManagerFixture({.steppedClock = true, .watchNotifications = true})
+    {}
     ~ClipScreenManagerClock() override
     {
         manager.cancelScreenShot();
@@ -106,21 +49,6 @@ protected:
                           Qt::RightButton, Qt::NoModifier);
         QCoreApplication::sendEvent(window->windowHandle(), &press);
     }
-
-    ManualClock clock;
-    platform::null::FakeActiveWindow desktop;
-    platform::null::FakeNotificationStacking stacking;
-    CaptureContext context;
-    CaptureState& state = context.capture();
-    platform::null::FakeWindowServer windows;
-    platform::null::FixedPointer pointer;
-    platform::null::CountingSoundPlayer sound;
-    core::MessageBus bus;
-    settings::MemoryStore store;
-    settings::Defaults defaults{store};
-    colour::ColorReadoutState readout;
-    QNClipScreenManager manager{{context, windows, pointer, sound, bus, defaults, readout,
-                                 [] { return QVariantMap(); }, &clock}};
 };
 
 } // namespace

@@ -44,8 +44,8 @@ protected:
 
     InstanceShots shots()
     {
-        return InstanceShots({&windows, &defaults, &notifier, [this] { return held; },
-                              [] { return QPointF(45, 5); },
+        return InstanceShots({{&windows, &defaults, &notifier, [] { return QPointF(45, 5); }},
+                              [this] { return held; },
                               [this](const QString& name) { return variables.value(name); }});
     }
 

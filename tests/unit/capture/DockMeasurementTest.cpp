@@ -19,43 +19,29 @@ DockEdges scanned(const QImage& image)
     return edges.value_or(DockEdges{});
 }
 
-TEST(DockMeasurementScan, BottomDockSpansItsLastRowAndReachesThePictureHeight)
+TEST(DockMeasurementScan, EachSideEndsWhereItsLitRunEnds)
 {
-    const QImage image = darkPicture(200, 100, {QRect(50, 80, 100, 20)});
-    EXPECT_EQ(scanned(image), (DockEdges{Side::Bottom, 50, 150, 80, 100}));
-}
-
-TEST(DockMeasurementScan, BottomDockWithRoundedCornerTakesItsNarrowLastRow)
-{
-    const QImage image = darkPicture(200, 100, {QRect(50, 80, 100, 19), QRect(53, 99, 94, 1)});
-    EXPECT_EQ(scanned(image), (DockEdges{Side::Bottom, 53, 147, 80, 100}));
-}
-
-TEST(DockMeasurementScan, DarkColumnInsideABottomDockEndsTheRun)
-{
-    QImage image = darkPicture(200, 100, {QRect(50, 80, 100, 20)});
+    QImage split = darkPicture(200, 100, {QRect(50, 80, 100, 20)});
     for (int y = 80; y < 100; ++y)
-        image.setPixel(120, y, 0xff000000u);
-    EXPECT_EQ(scanned(image), (DockEdges{Side::Bottom, 50, 120, 80, 100}));
-}
-
-TEST(DockMeasurementScan, LitColumnZeroOnlyInTheLowerHalfIsABottomDock)
-{
-    const QImage image = darkPicture(200, 100, {QRect(0, 60, 30, 40)});
-    EXPECT_EQ(scanned(image), (DockEdges{Side::Bottom, 0, 30, 60, 100}));
-}
-
-TEST(DockMeasurementScan, LeftAndRightDocksEndAtTheirLastLitRow)
-{
-    EXPECT_EQ(scanned(darkPicture(200, 100, {QRect(0, 20, 30, 60)})),
-              (DockEdges{Side::Left, 0, 30, 20, 79}));
-    EXPECT_EQ(scanned(darkPicture(200, 100, {QRect(170, 20, 30, 60)})),
-              (DockEdges{Side::Right, 170, 200, 20, 79}));
-}
-
-TEST(DockMeasurementScan, HiddenDockLeavesMinusOneAndThePictureHeight)
-{
-    EXPECT_EQ(scanned(darkPicture(200, 100)), (DockEdges{Side::None, -1, -1, -1, 100}));
+        split.setPixel(120, y, 0xff000000u);
+    const std::pair<QImage, DockEdges> cases[] = {
+        // A bottom dock spans its last row and reaches the picture's height.
+        {darkPicture(200, 100, {QRect(50, 80, 100, 20)}), {Side::Bottom, 50, 150, 80, 100}},
+        // A rounded corner: its narrow last row counts.
+        {darkPicture(200, 100, {QRect(50, 80, 100, 19), QRect(53, 99, 94, 1)}),
+         {Side::Bottom, 53, 147, 80, 100}},
+        // A dark column inside it ends the run.
+        {split, {Side::Bottom, 50, 120, 80, 100}},
+        // Column zero lit only in the lower half is still a bottom dock.
+        {darkPicture(200, 100, {QRect(0, 60, 30, 40)}), {Side::Bottom, 0, 30, 60, 100}},
+        // Side docks end at their last lit row.
+        {darkPicture(200, 100, {QRect(0, 20, 30, 60)}), {Side::Left, 0, 30, 20, 79}},
+        {darkPicture(200, 100, {QRect(170, 20, 30, 60)}), {Side::Right, 170, 200, 20, 79}},
+        // A hidden dock leaves minus one and the picture's height.
+        {darkPicture(200, 100), {Side::None, -1, -1, -1, 100}},
+    };
+    for (std::size_t i = 0; i < std::size(cases); ++i)
+        EXPECT_EQ(scanned(cases[i].first), cases[i].second) << "case " << i;
 }
 
 TEST(DockMeasurementScan, PixelsWhoseGrayValueCutsToZeroAreDark)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The overlay session's decisions: which screen acts on an event and where
-// the pointer is on it, what an ending leaves routable, and who holds the
-// keyboard.
+// Where the overlays' events go: the monitors' tables, which decide what
+// each screen does with an event, and the session over them, which picks
+// the screen and its own points, knows what an ending leaves routable, and
+// who holds the keyboard.
 #include "capture/logic/OverlayRouting.h"
+#include "capture/logic/EventMonitorTable.h"
 #include "unit/capture/CaptureTestSupport.h"
 
 #include <gtest/gtest.h>
@@ -13,6 +15,135 @@ namespace {
 using A = MonitorAction;
 using T = MonitorEventType;
 using Routes = std::vector<OverlayRoute>;
+using Actions = std::vector<MonitorAction>;
+
+// Mouse locations in global bottom-left points.
+constexpr QPointF kOnPrimaryBL{960, 540};
+constexpr QPointF kOnSecondBL{2500, 600};
+
+constexpr MonitorKind kLocal = MonitorKind::Local;
+constexpr MonitorKind kGlobal = MonitorKind::Global;
+
+class EventMonitorTableTest : public ::testing::Test
+{
+protected:
+    [[nodiscard]] Actions route(MonitorKind kind, int screen, T type, QPointF mouse) const
+    {
+        return m_table.route(kind, screen, {type, mouse}, m_gates);
+    }
+
+    // The screens whose controller does something with the event.
+    [[nodiscard]] std::vector<int> actingScreens(MonitorKind kind, T type, QPointF mouse) const
+    {
+        std::vector<int> acting;
+        for (int screen = 0; screen < 2; ++screen) {
+            if (route(kind, screen, type, mouse) != Actions{A::PassThrough})
+                acting.push_back(screen);
+        }
+        return acting;
+    }
+
+    EventMonitorTable m_table{testing::twoScreens()};
+    MonitorGates m_gates;
+};
+
+TEST_F(EventMonitorTableTest, EveryEventIsActedOnByTheScreenUnderTheMouseOnly)
+{
+    // Key downs reach only the local monitor.
+    const T local[] = {T::KeyDown,          T::FlagsChanged, T::MouseMoved,    T::LeftMouseDown,
+                       T::LeftMouseDragged, T::LeftMouseUp,  T::RightMouseDown};
+    const T global[] = {T::FlagsChanged,     T::MouseMoved,  T::LeftMouseDown,
+                        T::LeftMouseDragged, T::LeftMouseUp, T::RightMouseUp};
+    for (const QPointF mouse : {kOnPrimaryBL, kOnSecondBL}) {
+        const std::vector<int> under{mouse == kOnPrimaryBL ? 0 : 1};
+        for (const T type : local)
+            EXPECT_EQ(actingScreens(kLocal, type, mouse), under) << "local " << int(type);
+        for (const T type : global)
+            EXPECT_EQ(actingScreens(kGlobal, type, mouse), under) << "global " << int(type);
+    }
+}
+
+TEST_F(EventMonitorTableTest, EventsNeitherTableHandlesAreLeftAlone)
+{
+    for (const QPointF mouse : {kOnPrimaryBL, kOnSecondBL}) {
+        EXPECT_TRUE(actingScreens(kLocal, T::RightMouseUp, mouse).empty());
+        EXPECT_TRUE(actingScreens(kLocal, T::Gesture, mouse).empty());
+        EXPECT_TRUE(actingScreens(kLocal, T::KeyUp, mouse).empty());
+        EXPECT_TRUE(actingScreens(kGlobal, T::RightMouseDown, mouse).empty());
+        EXPECT_TRUE(actingScreens(kGlobal, T::KeyDown, mouse).empty());
+    }
+}
+
+TEST_F(EventMonitorTableTest, LocalPressAndReleaseGates)
+{
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseDown, kOnPrimaryBL),
+              (Actions{A::HideTip, A::MouseDown}));
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseUp, kOnPrimaryBL), Actions{A::MouseUp});
+
+    // A text box under the pointer keeps the press and release while marking up.
+    m_gates.pointerRole = PointerRole::TextIBeam;
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseDown, kOnPrimaryBL),
+              (Actions{A::HideTip, A::MouseDown}));
+    m_gates.clipToolbarWindowOpened = true;
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseDown, kOnPrimaryBL), Actions{A::HideTip});
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseUp, kOnPrimaryBL), Actions{A::PassThrough});
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseDragged, kOnPrimaryBL), Actions{A::MouseDragged});
+    m_gates.pointerRole = PointerRole::OverStroke;
+    EXPECT_EQ(route(kLocal, 0, T::LeftMouseUp, kOnPrimaryBL), Actions{A::MouseUp});
+
+    // A tool bar button swallows all three, but not the right button.
+    m_gates.mouseOnButton = true;
+    for (const T type : {T::LeftMouseDown, T::LeftMouseDragged, T::LeftMouseUp})
+        EXPECT_EQ(route(kLocal, 0, type, kOnPrimaryBL), Actions{A::PassThrough});
+    EXPECT_EQ(route(kLocal, 0, T::RightMouseDown, kOnPrimaryBL), Actions{A::CancelAfter10ms});
+}
+
+TEST_F(EventMonitorTableTest, LocalKeysModifiersAndMovesGoToTheAnnotationController)
+{
+    m_gates.mouseOnButton = true;
+    EXPECT_EQ(route(kLocal, 1, T::KeyDown, kOnSecondBL), Actions{A::ForwardKeyDown});
+    EXPECT_EQ(route(kLocal, 1, T::FlagsChanged, kOnSecondBL), Actions{A::FlagsChanged});
+    EXPECT_EQ(route(kLocal, 1, T::MouseMoved, kOnSecondBL), Actions{A::MouseMovedToAnnotation});
+}
+
+TEST_F(EventMonitorTableTest, LocalWheelGoesToTheAnnotationWindowsScreenWhereverTheMouseIs)
+{
+    EXPECT_TRUE(actingScreens(kLocal, T::ScrollWheel, kOnPrimaryBL).empty());
+    m_gates.annotationWindowScreen = 1;
+    EXPECT_EQ(actingScreens(kLocal, T::ScrollWheel, kOnPrimaryBL), std::vector<int>{1});
+    EXPECT_EQ(route(kLocal, 1, T::ScrollWheel, kOnPrimaryBL), Actions{A::ScrollWheelToAnnotation});
+}
+
+TEST_F(EventMonitorTableTest, GlobalWheelOnlyDuringAScrollingCaptureAndOffTheButtons)
+{
+    EXPECT_TRUE(actingScreens(kGlobal, T::ScrollWheel, kOnSecondBL).empty());
+    m_gates.scrollScreenShot = true;
+    EXPECT_EQ(actingScreens(kGlobal, T::ScrollWheel, kOnSecondBL), std::vector<int>{1});
+    EXPECT_EQ(route(kGlobal, 1, T::ScrollWheel, kOnSecondBL), Actions{A::ScrollWheelToView});
+    m_gates.mouseOnButton = true;
+    EXPECT_TRUE(actingScreens(kGlobal, T::ScrollWheel, kOnSecondBL).empty());
+}
+
+TEST_F(EventMonitorTableTest, GlobalMouseGoesToTheViewOnlyWhileTheAnnotationWindowIsClosed)
+{
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseDown, kOnPrimaryBL),
+              (Actions{A::HideTip, A::MouseDown, A::OrderFrontAndActivate}));
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseDragged, kOnPrimaryBL), Actions{A::MouseDragged});
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseUp, kOnPrimaryBL), Actions{A::MouseUp});
+    EXPECT_EQ(route(kGlobal, 0, T::MouseMoved, kOnPrimaryBL), Actions{A::MouseMovedToView});
+
+    m_gates.clipToolbarWindowOpened = true;
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseDown, kOnPrimaryBL), Actions{A::HideTip});
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseDragged, kOnPrimaryBL), Actions{A::PassThrough});
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseUp, kOnPrimaryBL), Actions{A::PassThrough});
+    EXPECT_EQ(route(kGlobal, 0, T::MouseMoved, kOnPrimaryBL), Actions{A::MouseMovedToAnnotation});
+    EXPECT_EQ(route(kGlobal, 0, T::RightMouseUp, kOnPrimaryBL), Actions{A::Cancel});
+
+    m_gates.mouseOnButton = true;
+    EXPECT_EQ(route(kGlobal, 0, T::RightMouseUp, kOnPrimaryBL), Actions{A::PassThrough});
+    EXPECT_EQ(route(kGlobal, 0, T::LeftMouseDown, kOnPrimaryBL), Actions{A::PassThrough});
+    EXPECT_EQ(route(kGlobal, 0, T::FlagsChanged, kOnPrimaryBL), Actions{A::FlagsChanged});
+}
 
 // Pointer positions in global top-left points on the test layout: a
 // 1920x1080 primary with a 1280x1024 screen to its right, tops aligned.
@@ -71,17 +202,6 @@ TEST_F(OverlayRoutingTest, OnTheSeamBetweenScreensExactlyOneScreenActs)
         for (const T type : {T::LeftMouseDown, T::LeftMouseDragged, T::KeyDown, T::RightMouseDown})
             EXPECT_EQ(actingScreens(type, {x, 300}).size(), 1u) << x << " " << int(type);
     }
-}
-
-TEST_F(OverlayRoutingTest, GatesOfTheClientSilenceThePointerButNotTheKeys)
-{
-    gates.mouseOnButton = true;
-    EXPECT_TRUE(route(T::LeftMouseDown, kOnPrimary).empty());
-    EXPECT_TRUE(route(T::LeftMouseUp, kOnPrimary).empty());
-    EXPECT_EQ(actingScreens(T::KeyDown, kOnPrimary), std::vector<int>{0});
-    // The right press is decided later, when the delay is over.
-    EXPECT_EQ(route(T::RightMouseDown, kOnSecond),
-              (Routes{{1, A::CancelAfter10ms, QPointF(50, 1000)}}));
 }
 
 TEST_F(OverlayRoutingTest, NothingRoutesOutsideASession)

@@ -346,18 +346,6 @@ TEST(PngEncoder, StripsCostLittleSizeOverOneStream)
     EXPECT_LT(static_cast<double>(b), static_cast<double>(a) * 1.01);
 }
 
-TEST(PngEncoder, WritesTheDensityWhenGiven)
-{
-    const QImage image = screenLike(20, 20, false);
-    PngOptions options;
-    options.pixelsPerMetre = 5669;
-    const PngResult png = encodePng(core::ImageView::of(image), options);
-    const QImage back =
-        QImage::fromData(png.bytes.data(), static_cast<int>(png.bytes.size()), "PNG");
-    EXPECT_EQ(back.dotsPerMeterX(), 5669);
-    EXPECT_EQ(back.dotsPerMeterY(), 5669);
-}
-
 TEST(PngEncoder, RefusesBrokenAndOversizedViews)
 {
     std::vector<std::uint8_t> pixels(16 * 4);

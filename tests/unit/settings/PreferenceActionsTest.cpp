@@ -21,18 +21,6 @@ struct SettingsActions : ::testing::Test
 
 } // namespace
 
-TEST_F(SettingsActions, QualityButtonsLeaveExactlyOneOn)
-{
-    defaults.setBool(keys::nomalQualityImage, false);
-    EXPECT_EQ(qualityButtons(defaults), (QualityButtons{false, true}));
-
-    EXPECT_EQ(normalImageButtonClick(defaults), (QualityButtons{true, false}));
-    EXPECT_TRUE(defaults.boolForKey(keys::nomalQualityImage));
-    EXPECT_EQ(retinaImageButtonClick(defaults), (QualityButtons{false, true}));
-    EXPECT_FALSE(defaults.boolForKey(keys::nomalQualityImage));
-    EXPECT_EQ(store.syncCount(), 2);
-}
-
 TEST_F(SettingsActions, AClickOnTheButtonThatIsOnWritesNothing)
 {
     defaults.setBool(keys::nomalQualityImage, true);
@@ -54,34 +42,6 @@ TEST_F(SettingsActions, QualityFollowsTheStoredTextForm)
     EXPECT_EQ(qualityButtons(defaults), (QualityButtons{true, false}));
     defaults.setObject(keys::nomalQualityImage, QStringLiteral("rubbish"));
     EXPECT_EQ(qualityButtons(defaults), (QualityButtons{false, true}));
-}
-
-TEST_F(SettingsActions, PopUpsStoreTheirTitlesAsText)
-{
-    EXPECT_EQ(formatMenuTitles(), (QStringList{"jpg", "png", "tiff"}));
-    const QStringList delays = delayMenuTitles();
-    ASSERT_EQ(delays.size(), 20);
-    EXPECT_EQ(delays.front(), QStringLiteral("1"));
-    EXPECT_EQ(delays.back(), QStringLiteral("20"));
-
-    selectFormatOfSavePhoto(defaults, QStringLiteral("tiff"));
-    selectDelayTimesOfScreenShots(defaults, QStringLiteral("12"));
-    EXPECT_EQ(store.value(keys::formatOfSavePhoto), QVariant(QStringLiteral("tiff")));
-    EXPECT_EQ(store.value(keys::timeOfDelayScreenshots), QVariant(QStringLiteral("12")));
-    EXPECT_EQ(store.syncCount(), 2);
-}
-
-TEST_F(SettingsActions, SwitchesAreStoredAsYesOrNo)
-{
-    setYesNo(defaults, keys::hideMenuBarIcon, true);
-    EXPECT_EQ(store.value(keys::hideMenuBarIcon), QVariant(QStringLiteral("YES")));
-    setYesNo(defaults, keys::hideMenuBarIcon, false);
-    EXPECT_EQ(store.value(keys::hideMenuBarIcon), QVariant(QStringLiteral("NO")));
-}
-
-TEST(SettingsVersionCaption, JoinsLabelAndVersion)
-{
-    EXPECT_EQ(versionCaption(QStringLiteral("0.1.0")), QStringLiteral("Version: 0.1.0"));
 }
 
 TEST_F(SettingsActions, TypedReadsHaveTheirOwnFallbacks)

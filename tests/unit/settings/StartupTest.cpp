@@ -50,53 +50,6 @@ StartOutcome startApplication(Defaults& defaults)
 
 } // namespace
 
-TEST_F(SettingsStart, FirstRunWritesTheWholeTableInItsOrder)
-{
-    ASSERT_TRUE(isFirstRun(defaults));
-    ASSERT_TRUE(installFirstRunValues(defaults, testContext()));
-
-    const QStringList expected = {
-        "set:installTime",
-        "set:helpTimesOfPin",
-        "set:colorOfShadow",
-        "set:pathofSaveScreenShotsPhoto",
-        "set:squareShortcut",
-        "set:ellipseShortcut",
-        "set:lineShortcut",
-        "set:arrowShortcut",
-        "set:pencilShortcut",
-        "set:mosaicShortcut",
-        "set:textShortcut",
-        "set:noteShortcut",
-        "set:highlightShortcut",
-        "set:mapShortcut",
-        "set:scrollScreenshotShortcut",
-        "set:saveShortcut",
-        "set:copyToPasteShortcut",
-        "set:doubleClickModifierKey",
-        "set:playSoundWhenScreenShots",
-        "set:formatOfSavePhoto",
-        "set:sizeOfShadow",
-        "set:nomalQualityImage",
-        "set:timeOfDelayScreenshots",
-        "set:delayTimeOfPopupToolbar",
-        "set:doubleClickToSavePaste",
-        "set:hideMenuBarIcon",
-        "set:needShadowOfnotSingleWindow",
-        "set:needFilletOfnotSingleWindow",
-        "set:autoStartAtLogin",
-        "remove:kDefaultMicIdKey",
-        "set:playSoundWhenDelayScreenShots",
-        "remove:appOfUserSpecified",
-        "set:noPopupAlertOfScrollToColorAlph",
-        "set:noPopUpHelp2OfDraggedRect",
-        "set:noPopupAlertOfClosePinWindow",
-        "set:KAutoOpenWhenEndKey",
-    };
-    EXPECT_EQ(store.journal(), expected);
-    EXPECT_FALSE(isFirstRun(defaults));
-}
-
 TEST_F(SettingsStart, FirstRunValuesKeepTheirStoredForms)
 {
     store.setValue(QStringLiteral("kDefaultMicIdKey"), QStringLiteral("NONE"));
@@ -192,16 +145,6 @@ TEST_F(SettingsStart, VideoFormatDecidesTheRecordingFormatToo)
     defaults.removeObjectForKey(keys::kVideoFormatKey);
     installEveryStartValues(defaults, testContext());
     EXPECT_FALSE(store.contains(keys::kVideoFormatKey));
-}
-
-TEST_F(SettingsStart, FirstRunDefaultsAreReadableByTheirReaders)
-{
-    startApplication(defaults);
-    EXPECT_FALSE(defaults.boolForKey(keys::hideMenuBarIcon));
-    EXPECT_TRUE(defaults.boolForKey(keys::doubleClickToSavePaste));
-    EXPECT_EQ(defaults.integerForKey(keys::sizeOfShadow), 18);
-    EXPECT_DOUBLE_EQ(defaults.doubleForKey(keys::delayTimeOfPopupToolbar), 0.5);
-    EXPECT_EQ(defaults.stringForKey(keys::qualityOfVideo), QStringLiteral("1"));
 }
 
 TEST_F(SettingsStart, TheThreeKindsOfStart)
