@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "annotation/logic/StrokeInput.h"
 
+#include "annotation/logic/StrokeEdit.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -175,8 +177,21 @@ StrokeReaction StrokeInput::mouseDragged(QPointF p)
 {
     StrokeReaction reaction;
     ++m_mouseDraggedTimes;
-    if (m_state.strokeState != StrokeGesture::Draw || !m_state.dicOfCurrentStroke ||
-        !m_currentFunction)
+    if (!m_state.dicOfCurrentStroke)
+        return reaction;
+    if (m_state.strokeState == StrokeGesture::Move ||
+        m_state.strokeState == StrokeGesture::Resize) {
+        Stroke& s = *m_state.dicOfCurrentStroke;
+        if (m_state.strokeState == StrokeGesture::Move)
+            edit::dragMove(s, p, m_bounds);
+        else
+            edit::dragResize(s, p, m_state.whichTrackingAreaOfMouseDown, m_bounds);
+        // A patch's own layers follow its "Rect"; the stroke layer repaints
+        // the rest with the offset.
+        reaction.redraw = !isPatch(s.type);
+        return reaction;
+    }
+    if (m_state.strokeState != StrokeGesture::Draw || !m_currentFunction)
         return reaction;
     Stroke& s = *m_state.dicOfCurrentStroke;
     const int tool = *m_currentFunction;
@@ -195,8 +210,9 @@ StrokeReaction StrokeInput::mouseDragged(QPointF p)
     s.X2 = p.x();
     s.Y2 = p.y();
     if (isPatch(tool)) {
-        s.Rect = QRectF(QPointF(std::min(*s.X1, p.x()), std::min(*s.Y1, p.y())),
-                        QPointF(std::max(*s.X1, p.x()), std::max(*s.Y1, p.y())));
+        // No drag offset yet: only the normalising (and a mosaic's clamp) acts.
+        s.Rect =
+            edit::getNewRectOfResizeAllStroke(s, m_state.whichTrackingAreaOfMouseDown, m_bounds);
         return reaction;
     }
     reaction.redraw = true;
@@ -251,8 +267,19 @@ StrokeReaction StrokeInput::mouseUp(QPointF p)
             }
         }
     }
-    // Committing a move or a resize comes with stroke editing; a short one
-    // leaves the stroke as it stands.
+    // A move or a resize of fewer drags leaves the stroke as it stands, its
+    // drag included: it shows at the offset until the next press.
+    const bool edited =
+        m_state.strokeState == StrokeGesture::Move || m_state.strokeState == StrokeGesture::Resize;
+    if (edited && n >= kDragsForAStroke && m_state.dicOfCurrentStroke) {
+        m_state.reSetUndo();
+        Stroke& s = *m_state.dicOfCurrentStroke;
+        if (m_state.strokeState == StrokeGesture::Move)
+            edit::foldMove(s, p, m_bounds);
+        else
+            edit::foldResize(s, m_state.whichTrackingAreaOfMouseDown, m_bounds);
+        m_state.commit();
+    }
     return tail(reaction);
 }
 

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QPointF>
+#include <QRectF>
 
 #include <functional>
 #include <optional>
@@ -54,8 +55,9 @@ struct StrokeReaction
 };
 
 // Turns the pointer into strokes: the press decides between drawing,
-// moving and resizing; drags shape the stroke; the release keeps it only
-// after six drag events, however short, and the stroke then stays active.
+// moving and resizing; drags shape, move or resize the stroke; the release
+// keeps the gesture only after six drag events, however short, and the
+// stroke then stays active.
 // Points are overlay-local, y up.
 class StrokeInput
 {
@@ -80,6 +82,9 @@ public:
     // Fills the active stroke for a new one of `type` pressed at `origin`.
     void setupNewStroke(int type, QPointF origin, const NewStrokeSettings& settings);
 
+    // The selection grown by its band, which a mosaic stays inside.
+    void setCurrentRectOfAnnotatedImageView(const QRectF& rect) { m_bounds = rect; }
+
     [[nodiscard]] int mouseDraggedTimes() const { return m_mouseDraggedTimes; }
     // The tool of the stroke being drawn; none between a press that drew
     // nothing and the next.
@@ -92,6 +97,7 @@ private:
     int m_mouseDraggedTimes = 0;
     std::optional<int> m_currentFunction;
     std::vector<QPointF> m_arrayOfPoints; // the pencil path under construction
+    QRectF m_bounds;
 };
 
 } // namespace annotation

@@ -63,6 +63,12 @@ void StrokeState::commit()
     m_arrayOfStrokes.push_back(*dicOfCurrentStroke);
 }
 
+void StrokeState::append()
+{
+    if (dicOfCurrentStroke)
+        m_arrayOfStrokes.push_back(*dicOfCurrentStroke);
+}
+
 UndoOutcome StrokeState::undoDraw()
 {
     UndoOutcome outcome;

@@ -63,6 +63,9 @@ public:
     void reSetUndo();
     // Appends a copy of the active stroke, which stays active.
     void commit();
+    // Appends a copy of the active stroke but keeps the undone tail: what
+    // a change of its settings does.
+    void append();
     // Nothing stays active after an undo, even when nothing can be undone.
     UndoOutcome undoDraw();
     // False when nothing was undone.
