@@ -271,3 +271,79 @@ TEST_F(MarkUp, EllipseLineArrowAndPencilKeysDrawWhereThePointerWent)
         EXPECT_TRUE(halfRed(p)) << p.x() << "," << p.y();
     EXPECT_TRUE(unchanged({320, 260}));
 }
+
+TEST_F(MarkUp, AStrokeGrabbedWithAnotherToolMovesResizesWithAFlipAndUndoesStepByStep)
+{
+    startKelvoWith(kPlain);
+    const QImage screen = x->grabRoot(kRegion).convertToFormat(QImage::Format_RGB32);
+    const QRect box(QPoint(100, 80), QPoint(300, 240));
+    const QRect moved = box.translated(50, 0);
+    // The bottom-right handle dragged 50 past the top-left corner's x and
+    // 40 past its y: the box turns over that corner, which becomes its
+    // bottom right.
+    const QPoint pastCorner = moved.topLeft() - QPoint(50, 40);
+    const QRect flipped(pastCorner, moved.topLeft());
+    const auto onScreen = [](QPoint local) { return kRegion.topLeft() + local; };
+
+    // Rests the pointer beside `local` and then on it, so the hover has
+    // seen it arrive, and drags from there by `by` in twelve moves.
+    const auto dragFrom = [&](QPoint local, QPoint by, const std::function<void()>& pressed = {}) {
+        x->movePointer(onScreen(local).x() - 12, onScreen(local).y() + 12);
+        barrier();
+        x->movePointer(onScreen(local).x(), onScreen(local).y());
+        barrier();
+        x->pressButton(1);
+        barrier();
+        if (pressed)
+            pressed();
+        for (int i = 1; i <= 12; ++i) {
+            const QPoint p = onScreen(local + by * i / 12);
+            x->movePointer(p.x(), p.y());
+            barrier();
+        }
+        x->releaseButton(1);
+        barrier();
+    };
+    // A rectangle drawn, the arrow tool chosen (the rectangle is no longer
+    // active), and the rectangle grabbed by its left edge and moved.
+    const auto drawAndMove = [&] {
+        selectRegion();
+        chooseTool("1", "square");
+        strokeIn(box.topLeft(), box.bottomRight());
+        chooseTool("4", "arrow");
+        ASSERT_LT(x->pixel(onScreen(box.topLeft()).x(), onScreen(box.topLeft()).y()).green(), 200);
+        dragFrom(QPoint(box.left(), box.center().y()), QPoint(50, 0), [&] {
+            // Active at the press: its handles show, white on the corners.
+            EXPECT_TRUE(waitFor([&] {
+                return x->pixel(onScreen(box.topLeft()).x(), onScreen(box.topLeft()).y()).green() >
+                       200;
+            })) << "the grabbed rectangle shows no handles";
+        });
+    };
+    const auto showsBoxAlone = [&](const QImage& marked, const QRect& where) {
+        for (QPoint edge :
+             {QPoint(where.left(), where.center().y()), QPoint(where.right(), where.center().y()),
+              QPoint(where.center().x(), where.top()), QPoint(where.center().x(), where.bottom())})
+            EXPECT_TRUE(isRed(at(marked, edge))) << edge.x() << "," << edge.y();
+        EXPECT_EQ(changedAwayFrom(marked, screen, where, kStrokeBand), 0);
+    };
+
+    drawAndMove();
+    const QImage afterMove = copyAndRead({});
+    ASSERT_EQ(afterMove.size(), kRegion.size());
+    showsBoxAlone(afterMove, moved);
+    EXPECT_EQ(at(afterMove, QPoint(box.left(), box.center().y())),
+              at(screen, QPoint(box.left(), box.center().y())));
+
+    // The bottom-right handle, past the top-left corner.
+    drawAndMove();
+    dragFrom(moved.bottomRight(), pastCorner - moved.bottomRight());
+    const QImage afterFlip = copyAndRead(last);
+    showsBoxAlone(afterFlip, flipped);
+
+    // Ctrl+Z takes the resize back, and only the resize.
+    drawAndMove();
+    dragFrom(moved.bottomRight(), pastCorner - moved.bottomRight());
+    typeKey("z", true);
+    showsBoxAlone(copyAndRead(last), moved);
+}

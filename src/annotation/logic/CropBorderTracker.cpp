@@ -38,15 +38,27 @@ void CropBorderTracker::updateTrackingAreas(QSizeF size, const CropBorderContext
 CropBorderReaction CropBorderTracker::pointerMoved(QPointF p, const CropBorderContext& context)
 {
     std::set<int> inside;
+    const bool onMarkup = context.pointerOnMarkup && context.pointerOnMarkup(p);
     for (const overlay::TrackingArea& area : m_areas) {
-        if (core::mouseInRect(p, area.rect))
+        if (!onMarkup && core::mouseInRect(p, area.rect))
             inside.insert(area.number);
     }
-    return crossTo(std::move(inside), p, context);
+    // Onto the layer with no area left to leave: the areas were rebuilt, or
+    // the layer came to lie under the pointer. It left the body all the same.
+    const bool steppedOnMarkup =
+        onMarkup && !m_pointerOnMarkup && m_inside.empty() && !m_beDragging;
+    if (!m_beDragging)
+        m_pointerOnMarkup = onMarkup;
+    CropBorderReaction reaction = crossTo(std::move(inside), p, context);
+    if (steppedOnMarkup)
+        reaction.merge(mouseExited(overlay::CropBorderZones::kContentArea, p, context));
+    return reaction;
 }
 
 CropBorderReaction CropBorderTracker::pointerLeft(QPointF p, const CropBorderContext& context)
 {
+    if (!m_beDragging)
+        m_pointerOnMarkup = false;
     return crossTo({}, p, context);
 }
 
@@ -197,6 +209,9 @@ CropBorderReaction CropBorderTracker::mouseUp(int clickCount, const CropBorderCo
 {
     CropBorderReaction reaction;
     m_beDragging = false;
+    // The gesture belonged to the annotation layer, which keeps the cursor.
+    if (m_pointerOnMarkup)
+        return reaction;
     if (m_isInResizeRect) {
         // The handle the drag began on, wherever the pointer is now.
         reaction.cursorRectsEnabled = true;

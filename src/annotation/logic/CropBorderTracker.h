@@ -2,6 +2,7 @@
 #pragma once
 
 #include "annotation/logic/CropCursor.h"
+#include "overlay/logic/AnnotationInput.h"
 #include "overlay/logic/CropBorderZones.h"
 
 #include <QPointF>
@@ -16,13 +17,7 @@
 namespace annotation {
 
 // What lies under the pointer in the annotation layer above the border.
-enum class StrokeUnderPointer
-{
-    None,
-    Stroke,       // a stroke that is not the active one
-    ActiveStroke, // the stroke being edited
-    NoteLine,     // the line of a note, which keeps the cursor it has
-};
+using overlay::StrokeUnderPointer;
 
 // The flags of other parts of the capture that the border's decisions read.
 struct CropBorderContext
@@ -38,6 +33,10 @@ struct CropBorderContext
     // Asked when the pointer leaves the body towards the annotation layer; the
     // point is in the border's coordinates (y up). Unset means no strokes.
     std::function<StrokeUnderPointer(QPointF)> strokeUnderPointer;
+    // Whether the annotation layer has painted pixels under the point
+    // (border coordinates): there it takes the pointer, and the border's
+    // areas all see it leave. Unset means never.
+    std::function<bool(QPointF)> pointerOnMarkup;
 };
 
 // What the host must do after an event: set a cursor, update shared flags,
@@ -104,6 +103,9 @@ private:
     QSizeF m_size;
     std::vector<overlay::TrackingArea> m_areas;
     std::set<int> m_inside; // areas the pointer was last reported in
+    // The pointer was last seen on the annotation layer, which then takes
+    // a press, and its drag and release, for itself.
+    bool m_pointerOnMarkup = false;
     bool m_beDragging = false;
     bool m_isInResizeRect = false;
     bool m_isCanMove = false;

@@ -14,6 +14,7 @@ overlay::PointerRole pointerRoleOf(CropCursor cursor)
         return PointerRole::ToolCrosshair;
     case CropCursor::ResizeDiagonalDown:
     case CropCursor::ResizeDiagonalUp:
+    case CropCursor::Move:
         return PointerRole::ResizeAlternate;
     case CropCursor::ResizeVertical:
     case CropCursor::ResizeHorizontal:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "annotation/render/StrokePainter.h"
 
+#include "annotation/logic/StrokeEdit.h"
 #include "annotation/logic/StrokeGeometry.h"
 
 #include <QPainter>
@@ -139,8 +140,12 @@ void StrokePainter::paintSettled(const std::vector<Stroke>& newestFirst)
 
 void StrokePainter::paintActive(const StrokeState& state, std::optional<int> currentFunction)
 {
+    // A moved or resized stroke shows where the drag has it; its stored
+    // place changes at the release.
     if (state.dicOfCurrentStroke)
-        drawCurrent(*state.dicOfCurrentStroke, state.strokeState, currentFunction);
+        drawCurrent(edit::shownWhileEditing(*state.dicOfCurrentStroke, state.strokeState,
+                                            state.whichTrackingAreaOfMouseDown),
+                    state.strokeState, currentFunction);
 }
 
 void StrokePainter::drawSettled(const Stroke& s)
@@ -172,8 +177,6 @@ void StrokePainter::drawCurrent(const Stroke& s, StrokeGesture gesture,
     // A pencil path has no handles to resize it by.
     if (gesture == StrokeGesture::Resize && s.type == st::PencilPen)
         return;
-    // Moving and resizing paint their own way once strokes can be edited;
-    // until then a grabbed stroke shows as drawn.
     switch (s.type) {
     case st::Square:
         drawSquare(s, true, true);

@@ -61,6 +61,8 @@ Qt::CursorShape GKCropBorderView::cursorShapeOf(CropCursor cursor)
         return Qt::SizeVerCursor;
     case CropCursor::ResizeHorizontal:
         return Qt::SizeHorCursor;
+    case CropCursor::Move:
+        return Qt::SizeAllCursor;
     case CropCursor::Arrow:
         break;
     }
@@ -156,6 +158,10 @@ CropBorderContext GKCropBorderView::context() const
                                   origin = m_frame.topLeft()](QPointF p) {
             return inner(p + origin);
         };
+    }
+    if (ctx.pointerOnMarkup) {
+        ctx.pointerOnMarkup = [inner = std::move(ctx.pointerOnMarkup),
+                               origin = m_frame.topLeft()](QPointF p) { return inner(p + origin); };
     }
     return ctx;
 }

@@ -101,8 +101,10 @@ void QNClipView::mouseMoved(QPointF local)
 {
     // The crop border tracks the pointer over its zones whatever else the
     // move means, as its cursors and handles depend on it.
-    if (m_cropBorder != nullptr && m_cropBorder->isVisible())
+    if (m_cropBorder != nullptr && m_cropBorder->isVisible()) {
         m_cropBorder->mouseMovedInOverlay(local);
+        m_services.delegate.markup().pointerMoved(local);
+    }
     CaptureState& state = captureState();
     HoverMoveInput in;
     in.screenUnderMouse = m_services.delegate.currentScreenForMouseLocation() == m_screenIndex;
@@ -206,10 +208,17 @@ void QNClipView::syncCropBorder()
             annotation::CropBorderContext context;
             context.toolbarViewOpend = state.toolbarViewOpend;
             context.clipToolbarWindowOpened = state.clipToolbarWindowOpened;
+            overlay::AnnotationInput& markup = m_services.delegate.markup();
             // A chosen drawing tool takes the selection's body for itself.
-            context.toolSelected = m_services.delegate.markup().hasDrawingTool();
-            // Strokes under the pointer, scrolling and recording are not part
-            // of the overlay yet, so they never claim the pointer.
+            context.toolSelected = markup.hasDrawingTool();
+            // The stroke layer above takes the pointer where it has painted.
+            context.mouseEnterSingleStrokeTrackRect = markup.handleHasPointer();
+            context.pointerOnMarkup = [&markup](QPointF p) { return markup.pointerOnMarkup(p); };
+            context.strokeUnderPointer = [&markup](QPointF p) {
+                return markup.strokeUnderPointer(p);
+            };
+            // Scrolling and recording are not part of the overlay yet, so
+            // they never claim the pointer.
             return context;
         });
     }

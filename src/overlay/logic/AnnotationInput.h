@@ -3,6 +3,7 @@
 
 #include "overlay/logic/ClipEvents.h"
 
+#include <QPointF>
 #include <QVariantMap>
 
 #include <optional>
@@ -30,6 +31,15 @@ enum class TextKey
 {
     Delete,
     Return,
+};
+
+// What of the mark-up the crop border's hover finds under the pointer.
+enum class StrokeUnderPointer
+{
+    None,
+    Stroke,       // a stroke that is not the active one
+    ActiveStroke, // the stroke being edited
+    NoteLine,     // the line of a note, which keeps the cursor it has
 };
 
 // What a short cut typed on the overlay is chosen under.
@@ -60,6 +70,21 @@ public:
     // A text view is open, and its caret is within its first two places.
     [[nodiscard]] virtual bool textViewOpened() const = 0;
     [[nodiscard]] virtual bool caretNearTextStart() const = 0;
+
+    // Hover, in overlay-local points. A mark-up without strokes has nothing
+    // under the pointer. The stroke layer has painted pixels (or a handle)
+    // under the point: there it takes the pointer from the overlay below.
+    [[nodiscard]] virtual bool pointerOnMarkup(QPointF) const { return false; }
+    // The stroke the crop border's hover test finds under the point.
+    [[nodiscard]] virtual StrokeUnderPointer strokeUnderPointer(QPointF) const
+    {
+        return StrokeUnderPointer::None;
+    }
+    // A handle of the active stroke has the pointer, and its cursor stands.
+    [[nodiscard]] virtual bool handleHasPointer() const { return false; }
+    // The pointer moved over the selection's overlay, after the crop border
+    // saw the move: a handle entered then has the last word on the cursor.
+    virtual void pointerMoved(QPointF) {}
 
     // The pointer, while the chosen tool draws.
     virtual void pointerPressed(const ClipMouseEvent& event) = 0;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/ui/AnnotatedImageController.h"
 
+#include "annotation/logic/StrokeCoverage.h"
+#include "annotation/logic/StrokeHitTest.h"
 #include "annotation/render/StrokePainter.h"
 #include "annotation/ui/AnnotatedImageView.h"
+#include "annotation/ui/GKCropBorderView.h"
 #include "capture/logic/CaptureContext.h"
 #include "core/Clock.h"
 #include "core/MessageBus.h"
@@ -303,12 +306,69 @@ void AnnotatedImageController::apply(const annotation::StrokeReaction& reaction)
         m_imageView->update();
 }
 
+bool AnnotatedImageController::pointerOnMarkup(QPointF location) const
+{
+    if (!m_state.clipToolbarWindowOpened)
+        return false;
+    // The stroke layer lies over the selection itself.
+    return annotation::layerCoversPoint(
+        m_strokes, location, m_state.currentRectOfAnnotatedImageView.adjusted(6, 6, -6, -6));
+}
+
+overlay::StrokeUnderPointer AnnotatedImageController::strokeUnderPointer(QPointF location) const
+{
+    const std::optional<annotation::Stroke> hit = annotation::hittest::strokeUnderMouse(
+        m_strokes, location, annotation::hittest::HitTest::Hover);
+    if (!hit)
+        return overlay::StrokeUnderPointer::None;
+    return hit->identity() == m_strokes.currentIdentity()
+               ? overlay::StrokeUnderPointer::ActiveStroke
+               : overlay::StrokeUnderPointer::Stroke;
+}
+
+bool AnnotatedImageController::handleHasPointer() const
+{
+    return m_strokes.mouseEnterSingleStrokeTrackRect;
+}
+
+void AnnotatedImageController::showCursor(annotation::CropCursor cursor)
+{
+    m_state.pointerRole = annotation::pointerRoleOf(cursor);
+    // The overlay's filter takes the pointer events, so the cursor goes on
+    // its window, as the crop border's does.
+    if (m_imageView != nullptr && m_imageView->parentWidget() != nullptr)
+        m_imageView->window()->setCursor(annotation::GKCropBorderView::cursorShapeOf(cursor));
+}
+
+void AnnotatedImageController::pointerMoved(QPointF location)
+{
+    if (!m_state.clipToolbarWindowOpened)
+        return;
+    annotation::StrokeHoverContext context;
+    context.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
+    context.mouseDraggedTimes = m_input.mouseDraggedTimes();
+    const annotation::StrokeHoverReaction reaction =
+        m_handles.pointerMoved(location, m_strokes, context);
+    if (reaction.cursor)
+        showCursor(*reaction.cursor);
+    if (reaction.openHandLater) {
+        // Off a handle onto the stroke's body, unless something else has
+        // claimed the pointer by then (or the capture is over).
+        m_clock.singleShot(std::chrono::milliseconds(100), this, [this] {
+            if (m_state.clipToolbarWindowOpened && overlay::isResizeRole(m_state.pointerRole))
+                showCursor(annotation::CropCursor::OpenHand);
+        });
+    }
+}
+
 void AnnotatedImageController::pointerPressed(const overlay::ClipMouseEvent& event)
 {
-    // Grabbing a stroke under the pointer comes with stroke editing: until
-    // then a press on the open hand finds none.
+    m_input.setCurrentRectOfAnnotatedImageView(m_state.currentRectOfAnnotatedImageView);
     apply(m_input.mouseDown(event.location, m_state.pointerRole, m_toolBar.numberOfSelectFunction,
-                            newStrokeSettings(), [](QPointF) { return false; }));
+                            newStrokeSettings(), [this](QPointF p) {
+                                return annotation::hittest::getdicOfCurrentStrokeUnderMouse(
+                                    m_strokes, p);
+                            }));
 }
 
 void AnnotatedImageController::pointerDragged(const overlay::ClipMouseEvent& event)

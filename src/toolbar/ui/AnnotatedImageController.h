@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "annotation/logic/StrokeHandleTracker.h"
 #include "annotation/logic/StrokeInput.h"
 #include "annotation/logic/StrokeState.h"
 #include "overlay/logic/AnnotationInput.h"
@@ -75,6 +76,10 @@ public:
     [[nodiscard]] bool everythingUndone() const override;
     [[nodiscard]] bool textViewOpened() const override { return false; }
     [[nodiscard]] bool caretNearTextStart() const override { return true; }
+    [[nodiscard]] bool pointerOnMarkup(QPointF location) const override;
+    [[nodiscard]] overlay::StrokeUnderPointer strokeUnderPointer(QPointF location) const override;
+    [[nodiscard]] bool handleHasPointer() const override;
+    void pointerMoved(QPointF location) override;
     void pointerPressed(const overlay::ClipMouseEvent& event) override;
     void pointerDragged(const overlay::ClipMouseEvent& event) override;
     void pointerReleased(const overlay::ClipMouseEvent& event) override;
@@ -117,6 +122,8 @@ private:
     void adjustColorAndSizeButton(int number);
     [[nodiscard]] annotation::NewStrokeSettings newStrokeSettings() const;
     void apply(const annotation::StrokeReaction& reaction);
+    // The stroke layer's cursor, shown on the overlay and read back as its role.
+    void showCursor(annotation::CropCursor cursor);
     void refreshLayers(int type);
     void placeImageView();
 
@@ -128,6 +135,7 @@ private:
     ToolBarState m_toolBar;
     annotation::StrokeState m_strokes; // emptied when the capture ends
     annotation::StrokeInput m_input{m_strokes};
+    annotation::StrokeHandleTracker m_handles;
     QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
     QPointer<ClipToolBar> m_bar;                          // lives in the overlay while open
     std::function<QRectF()> m_selection;
