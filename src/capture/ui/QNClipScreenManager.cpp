@@ -370,8 +370,11 @@ void QNClipScreenManager::perform(const OverlayRoute& route, OverlayPart& part, 
             view->mouseup(clipMouseEvent(event, local));
         break;
     case MonitorAction::MouseMovedToAnnotation:
-        // The annotation controller passes moves on to the overlay while no
-        // annotation window is open; until it exists, so does the manager.
+        // The tool bar's hover sees the move first. The annotation
+        // controller passes moves on to the overlay while no annotation
+        // window is open; until it exists, so does the manager.
+        m_annotation->mouseMoved(static_cast<const QMouseEvent&>(event).globalPosition());
+        [[fallthrough]];
     case MonitorAction::MouseMovedToView:
         if (view != nullptr)
             view->mouseMoved(local);

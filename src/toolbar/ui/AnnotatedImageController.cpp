@@ -4,15 +4,20 @@
 #include "annotation/render/StrokePainter.h"
 #include "annotation/ui/AnnotatedImageView.h"
 #include "capture/logic/CaptureContext.h"
+#include "capture/logic/OverlayTips.h"
 #include "core/Clock.h"
+#include "core/Geometry.h"
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/PreferenceActions.h"
+#include "settings/Startup.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/logic/ToolTraits.h"
 #include "toolbar/ui/ClipToolBar.h"
+#include "toolbar/ui/SettingsBoxView.h"
+#include "toolbar/ui/TipViews.h"
 
 #include <QWidget>
 
@@ -36,7 +41,6 @@ AnnotatedImageController::AnnotatedImageController(capture::CaptureContext& cont
 AnnotatedImageController::~AnnotatedImageController()
 {
     delete m_imageView.data();
-    delete m_bar.data();
 }
 
 void AnnotatedImageController::windowDidLoad()
@@ -66,12 +70,24 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     if (!m_loaded)
         windowDidLoad();
     m_selection = std::move(selection);
-    if (m_bar == nullptr) {
-        m_bar = new ClipToolBar();
-        connect(m_bar, &ClipToolBar::clicked, this, [this](const QString& name) {
+    if (!m_view) {
+        m_view = std::make_unique<ToolBarView>(
+            [this] { return settings::shortcutOfButton(m_defaults); });
+        m_hover = std::make_unique<ToolBarHover>(m_toolBar, m_clock, *m_view);
+        connect(m_view.get(), &ToolBarView::clicked, this, [this](const QString& name) {
             if (const ToolEntry* entry = toolNamed(name))
                 chooseTool(*entry);
         });
+        connect(m_view.get(), &ToolBarView::pointerMoved, this,
+                &AnnotatedImageController::hoverMoved);
+        connect(m_view.get(), &ToolBarView::shortcutChosen, this,
+                [this](const QString& key, const QString& text) {
+                    m_defaults.setObject(key, text);
+                    m_defaults.synchronize();
+                });
+        // The pointer may rest outside the bar while a menu is pulled down.
+        connect(m_view.get(), &ToolBarView::menuClosed, this,
+                [this] { m_toolBar.popupButtonHaveOpened = true; });
     }
     if (m_imageView == nullptr) {
         m_imageView = new annotation::AnnotatedImageView(m_strokes);
@@ -80,10 +96,12 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     // The stroke layer lies over the overlay's own layers, under the bar.
     m_imageView->setParent(overlay);
     m_imageView->show();
-    m_bar->setParent(overlay);
-    m_bar->setUpdatesPin(m_state.annotatedOnMap);
+    m_view->attach(overlay);
+    m_view->bar()->setUpdatesPin(m_state.annotatedOnMap);
 
     m_state.finish.clear();
+    m_toolBar.openWindow();
+    m_windowSelection = false;
     m_state.clipToolbarWindowOpened = true;
     m_state.startScreenShot = false;
     resetButtonBox();
@@ -100,17 +118,18 @@ void AnnotatedImageController::closeWindow()
     m_state.clipToolbarWindowOpened = false;
     // Nothing of a capture's mark-up outlives it.
     m_strokes.clear();
+    if (m_hover)
+        m_hover->stop();
     m_toolBar.reset();
-    if (m_bar != nullptr)
-        m_bar->setSelectedTool(QString());
+    m_barShown = false;
     if (m_imageView != nullptr) {
         m_imageView->hide();
         m_imageView->setParent(nullptr);
     }
-    if (m_bar != nullptr) {
-        m_bar->hide();
+    if (m_view) {
+        m_view->showLooks(m_toolBar, false);
         // Off the overlay, which goes back to its pool.
-        m_bar->setParent(nullptr);
+        m_view->detach();
     }
     m_selection = nullptr;
     // A pin's finish may still ask where it goes in this turn of the loop.
@@ -130,25 +149,54 @@ void AnnotatedImageController::placeImageView()
 void AnnotatedImageController::resetButtonBox()
 {
     placeImageView();
-    if (m_bar == nullptr || m_bar->parentWidget() == nullptr || !m_selection)
+    if (!m_view || m_view->overlayHeight() <= 0 || !m_selection)
         return;
-    const QRectF box = placeButtonBox(m_selection(), m_bar->parentWidget()->size());
-    m_bar->move(box.topLeft().toPoint());
+    // The crop border's frame, in the window's points with y up.
+    const QRectF selection = m_selection();
+    const QRectF frame = core::flipped(
+        selection.adjusted(-kSelectionBand, -kSelectionBand, kSelectionBand, kSelectionBand),
+        m_view->overlayHeight());
+    m_toolBar.resetButtonBox(placeBar(frame, m_view->overlayWidth()));
+    if (m_hover)
+        m_hover->closeTipAtOnce();
+    // The tool that was on stays on across the new layout.
+    if (const ToolEntry* entry = toolNamed(m_toolBar.selectFunction);
+        entry != nullptr && entry->can(can::Draw))
+        chooseDrawingTool(*entry);
+    refreshBar();
+}
+
+void AnnotatedImageController::refreshBar()
+{
+    if (!m_view)
+        return;
+    m_view->showLooks(m_toolBar, canUndo());
+    const QString name = m_toolBar.selectFunction;
+    const QVariant user = m_defaults.objectForKey(QStringLiteral("userColor"));
+    m_view->colorBox()->showTool(name, m_dataOfUsers.size(name), m_dataOfUsers.color(name),
+                                 user.isValid() ? QColor(user.toString()) : QColor());
+    m_view->place(m_toolBar, m_barShown);
+}
+
+bool AnnotatedImageController::canUndo() const
+{
+    return hasStrokes() && !everythingUndone();
 }
 
 void AnnotatedImageController::hiddenButton()
 {
-    if (m_bar != nullptr)
-        m_bar->hide();
+    m_barShown = false;
+    if (m_hover)
+        m_hover->closeTipAtOnce();
+    refreshBar();
 }
 
 void AnnotatedImageController::unhiddenButton()
 {
-    if (m_bar == nullptr || m_bar->parentWidget() == nullptr)
+    if (!m_view || m_view->overlayHeight() <= 0)
         return;
+    m_barShown = true;
     resetButtonBox();
-    m_bar->show();
-    m_bar->raise();
 }
 
 void AnnotatedImageController::startFinish()
@@ -196,6 +244,11 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
     case ToolId::Cancel:
         cancelButtonClick();
         break;
+    case ToolId::Undo:
+        if (m_hover)
+            m_hover->closeTipAtOnce();
+        undo();
+        break;
     default:
         if (entry.can(can::Draw))
             chooseDrawingTool(entry);
@@ -206,11 +259,12 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
 
 void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
 {
+    if (m_hover)
+        m_hover->closeTipAtOnce();
     // A second choice of the tool that is on leaves it on (and its button
     // pressed, which a click on it would otherwise toggle).
-    if (m_toolBar.oldSelectFunction == entry.name) {
-        if (m_bar != nullptr)
-            m_bar->setSelectedTool(m_toolBar.selectFunction);
+    if (!m_toolBar.clickChanges(QString(entry.name))) {
+        refreshBar();
         return;
     }
     const QString left = m_toolBar.selectFunction;
@@ -227,8 +281,7 @@ void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
 void AnnotatedImageController::adjustColorAndSizeButton(int number)
 {
     m_toolBar.adjust(number);
-    if (m_bar != nullptr)
-        m_bar->setSelectedTool(m_toolBar.selectFunction);
+    refreshBar();
 }
 
 bool AnnotatedImageController::hasDrawingTool() const
@@ -319,13 +372,21 @@ void AnnotatedImageController::pointerDragged(const overlay::ClipMouseEvent& eve
 void AnnotatedImageController::pointerReleased(const overlay::ClipMouseEvent& event)
 {
     apply(m_input.mouseUp(event.location));
+    // A committed or dropped stroke may change what undo can take back.
+    refreshBar();
 }
 
 void AnnotatedImageController::clearTool()
 {
     m_toolBar.adjust(-1);
-    if (m_bar != nullptr)
-        m_bar->setSelectedTool(QString());
+    refreshBar();
+}
+
+void AnnotatedImageController::disableScrollCapture()
+{
+    m_windowSelection = true;
+    m_toolBar.scrollScreenshotEnabled = false;
+    refreshBar();
 }
 
 void AnnotatedImageController::undo()
@@ -334,6 +395,7 @@ void AnnotatedImageController::undo()
     refreshLayers(annotation::stroketype::Highlight);
     if (m_imageView != nullptr)
         m_imageView->update();
+    refreshBar();
 }
 
 void AnnotatedImageController::redo()
@@ -343,6 +405,7 @@ void AnnotatedImageController::redo()
     refreshLayers(annotation::stroketype::Highlight);
     if (m_imageView != nullptr)
         m_imageView->update();
+    refreshBar();
 }
 
 void AnnotatedImageController::deleteCurrentStroke()
@@ -381,8 +444,37 @@ void AnnotatedImageController::cancelButtonClick()
 
 bool AnnotatedImageController::barContains(QPoint global) const
 {
-    return m_bar != nullptr && m_bar->isVisible() &&
-           m_bar->rect().contains(m_bar->mapFromGlobal(global));
+    return m_view && m_view->contains(global);
+}
+
+void AnnotatedImageController::mouseMoved(QPointF global)
+{
+    if (!m_view || m_view->overlayHeight() <= 0 || m_view->bar()->parentWidget() == nullptr)
+        return;
+    const QPointF local = m_view->bar()->parentWidget()->mapFromGlobal(global);
+    hoverMoved(core::flipped(local, m_view->overlayHeight()));
+}
+
+void AnnotatedImageController::hoverMoved(QPointF location)
+{
+    if (!m_hover || !m_barShown)
+        return;
+    HoverContext context;
+    context.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
+    context.delaySeconds = m_defaults.doubleForKey(keys::delayTimeOfPopupToolbar);
+    context.screenWidth = m_view->overlayWidth();
+    m_hover->mouseMoved(location, context);
+
+    // The words about the button under the pointer, in the overlay's corner.
+    capture::ButtonTipInput in;
+    in.mouseOnWhichButtonBox = m_toolBar.mouseOnWhichButtonBox;
+    in.onlyClipCurrentWindow = m_windowSelection;
+    in.buttonBoxNeedHidden = m_toolBar.buttonBoxNeedHidden;
+    in.tipHidden = !m_view->buttonTip()->isVisible();
+    in.tipsBoxIsOpening = m_toolBar.tipsBoxIsOpening;
+    in.shownText = m_view->buttonTip()->text();
+    if (const std::optional<capture::TipChange> tip = capture::buttonTip(in))
+        m_view->setButtonTip(tip->kind == capture::TipChange::Kind::Show ? tip->text : QString());
 }
 
 void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant&)

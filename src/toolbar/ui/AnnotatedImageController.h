@@ -5,8 +5,10 @@
 #include "annotation/logic/StrokeState.h"
 #include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
+#include "toolbar/logic/ToolBarHover.h"
 #include "toolbar/logic/ToolBarState.h"
 #include "toolbar/ui/ClipToolBar.h"
+#include "toolbar/ui/ToolBarView.h"
 
 #include <QImage>
 #include <QObject>
@@ -15,6 +17,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
 
 namespace annotation {
 class AnnotatedImageView;
@@ -86,16 +89,21 @@ public:
                        const overlay::ShortcutContext& context) override;
     void clearTool() override;
     void hideSelectionBoxes() override {}
-    void disableScrollCapture() override {}
+    void disableScrollCapture() override;
     void undo() override;
     void redo() override;
     void disableUndo() override {}
     void deleteCurrentStroke() override;
     void copyToPaste() override { copyToPasteButtonClick(); }
 
-    // Whether the bar is shown and under the global point.
+    // Whether the bar, its settings box or a tip of it is shown and under
+    // the global point.
     [[nodiscard]] bool barContains(QPoint global) const;
-    [[nodiscard]] ClipToolBar* toolBar() const { return m_bar; }
+    // A pointer move over the overlay (global points): the bar's hover
+    // sees every one, also those the bar's own widgets do not get.
+    void mouseMoved(QPointF global);
+    [[nodiscard]] ClipToolBar* toolBar() const { return m_view ? m_view->bar() : nullptr; }
+    [[nodiscard]] ToolBarView* toolBarView() const { return m_view.get(); }
     [[nodiscard]] DataOfUsers& dataOfUsers() { return m_dataOfUsers; }
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
     [[nodiscard]] const annotation::StrokeState& strokes() const { return m_strokes; }
@@ -119,6 +127,11 @@ private:
     void apply(const annotation::StrokeReaction& reaction);
     void refreshLayers(int type);
     void placeImageView();
+    // The pointer over the window, in its points with y up.
+    void hoverMoved(QPointF location);
+    // The bar's looks and its settings box after a change of tool or history.
+    void refreshBar();
+    [[nodiscard]] bool canUndo() const;
 
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
@@ -129,7 +142,11 @@ private:
     annotation::StrokeState m_strokes; // emptied when the capture ends
     annotation::StrokeInput m_input{m_strokes};
     QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
-    QPointer<ClipToolBar> m_bar;                          // lives in the overlay while open
+    // The bar's widgets: on the overlay while open.
+    std::unique_ptr<ToolBarView> m_view;
+    std::unique_ptr<ToolBarHover> m_hover;
+    bool m_barShown = false;
+    bool m_windowSelection = false; // the selection is a window: it cannot scroll
     std::function<QRectF()> m_selection;
     bool m_loaded = false;
     // A preference written here, so its change notice is our own echo.

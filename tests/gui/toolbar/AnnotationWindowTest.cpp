@@ -90,27 +90,6 @@ TEST(DataOfUsers, changesReplaceAToolsDictionaryAndOddValuesReadAsAbsent)
         data.tool(QStringLiteral("text")).value(QStringLiteral("colorAlpha")).toDouble(), 0.5);
 }
 
-TEST(ButtonBox, goesUnderTheSelectionThenAboveThenInside)
-{
-    const QSizeF screen(1920, 1080);
-    const QSizeF size = buttonBoxSize();
-    const QRectF under = placeButtonBox(QRectF(300, 200, 480, 360), screen);
-    EXPECT_EQ(under.topLeft(), QPointF(780 - size.width(), 560 + kButtonBoxGap));
-    // No room below: above the selection.
-    const QRectF above = placeButtonBox(QRectF(300, 700, 480, 370), screen);
-    EXPECT_EQ(above.top(), 700 - kButtonBoxGap - size.height());
-    // No room either way: inside the bottom edge.
-    const QRectF inside = placeButtonBox(QRectF(300, 10, 480, 1060), screen);
-    EXPECT_EQ(inside.bottom(), 1070 - kButtonBoxGap);
-    // A small selection at the left edge keeps the bar on the screen.
-    EXPECT_EQ(placeButtonBox(QRectF(0, 100, 40, 40), screen).left(), 0);
-    // Button centres run left to right in the table's order.
-    EXPECT_LT(buttonCentre(under, QStringLiteral("square")).x(),
-              buttonCentre(under, QStringLiteral("copyToPaste")).x());
-    EXPECT_EQ(buttonCentre(under, QStringLiteral("copyToPaste")).x(),
-              under.right() - kButtonSpacing - kButtonSize / 2);
-}
-
 TEST(AnnotatedImageController, opensItsBarUnderTheSelectionAndClosesIt)
 {
     Bench b;
