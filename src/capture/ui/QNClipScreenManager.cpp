@@ -407,9 +407,11 @@ void QNClipScreenManager::perform(const OverlayRoute& route, OverlayPart& part, 
         if (view != nullptr &&
             (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease)) {
             const auto& key = static_cast<const QKeyEvent&>(event);
-            view->flagsChanged(
-                heldAfter(key.key(), event.type() == QEvent::KeyPress, key.modifiers()),
-                static_cast<double>(key.timestamp()) / 1000.0);
+            const Qt::KeyboardModifiers held =
+                heldAfter(key.key(), event.type() == QEvent::KeyPress, key.modifiers());
+            view->flagsChanged(held, static_cast<double>(key.timestamp()) / 1000.0);
+            // A tap of Control moves a tool bar that stands inside the selection.
+            m_annotation->flagsChanged(held, controller.overlayWindow());
         }
         break;
     case MonitorAction::OrderFrontAndActivate:

@@ -23,18 +23,18 @@ bool ToolBarHover::inColorBox(QPointF p) const
     return box && pointInRect(p, box->colorBox);
 }
 
-void ToolBarHover::mouseMoved(QPointF location, const HoverContext& context)
+bool ToolBarHover::mouseMoved(QPointF location, const HoverContext& context)
 {
     if (!context.clipToolbarWindowOpened || ++m_state.mouseMovedTimes % kMoveBeat != 0 ||
         m_state.buttonBoxIsHiddenning)
-        return;
+        return false;
     m_state.mouseLoc = location;
     const bool inBox = pointInRect(location, m_state.buttonBoxFrame());
 
     if (m_state.boxColorTipsOpening) {
         if (!inColorBox(location))
             m_state.boxColorTipsOpening = false;
-        return;
+        return true;
     }
     if (m_state.tipsBoxIsOpening) {
         if (inBox) {
@@ -55,6 +55,7 @@ void ToolBarHover::mouseMoved(QPointF location, const HoverContext& context)
 
     m_state.mouseOnWhichButtonBox = inBox ? buttonUnder(location - m_state.buttonBoxOrigin) : -1;
     m_state.mouseOnButton = inBox || inColorBox(location);
+    return true;
 }
 
 void ToolBarHover::startMoveTimer(const HoverContext& context)

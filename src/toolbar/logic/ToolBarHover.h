@@ -50,8 +50,9 @@ public:
 
     ToolBarHover(ToolBarState& state, core::Clock& clock, TipBoxes& boxes);
 
-    // Every pointer move that reaches the window (y up).
-    void mouseMoved(QPointF location, const HoverContext& context);
+    // Every pointer move that reaches the window (y up). True for the
+    // moves it looked at, which find the button under the pointer anew.
+    bool mouseMoved(QPointF location, const HoverContext& context);
     // Opens the tip of the button under the last position kept.
     void checkMouseOnWhichButton(const HoverContext& context);
     // Closes the open tip with a fade.

@@ -32,6 +32,7 @@ struct ToolBarState
     // The bar went inside the selection; the Control key may move it away.
     bool buttonBoxNeedHidden = false;
     bool buttonBoxIsHiddenning = false; // the bar is moving away or back
+    qreal barShift = 0; // how far the move under way has taken the bar's widgets, y up
 
     QPointF mouseLoc;        // the last pointer position the hover kept, y up
     int mouseMovedTimes = 0; // moves seen in this capture
@@ -67,9 +68,11 @@ struct ToolBarState
     [[nodiscard]] ButtonLook look(int slot, bool canUndo) const;
     // The frame of the bar, and of the settings box while a tool is on.
     [[nodiscard]] QRectF buttonBoxFrame() const { return {buttonBoxOrigin, buttonBoxSize()}; }
+    // Where the bar's widgets stand now, a move under way included.
+    [[nodiscard]] QPointF shownOrigin() const { return buttonBoxOrigin + QPointF(0, barShift); }
     [[nodiscard]] std::optional<ColorBoxPlacement> colorBox() const
     {
-        return placeColorBox(selectFunction, buttonBoxOrigin);
+        return placeColorBox(selectFunction, shownOrigin());
     }
     void reset() { *this = ToolBarState{}; }
 };

@@ -74,6 +74,8 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
         m_view = std::make_unique<ToolBarView>(
             [this] { return settings::shortcutOfButton(m_defaults); });
         m_hover = std::make_unique<ToolBarHover>(m_toolBar, m_clock, *m_view);
+        m_mover = std::make_unique<ToolBarMover>(m_toolBar, m_clock,
+                                                 [this] { m_view->place(m_toolBar, m_barShown); });
         connect(m_view.get(), &ToolBarView::clicked, this, [this](const QString& name) {
             if (const ToolEntry* entry = toolNamed(name))
                 chooseTool(*entry);
@@ -120,6 +122,8 @@ void AnnotatedImageController::closeWindow()
     m_strokes.clear();
     if (m_hover)
         m_hover->stop();
+    if (m_mover)
+        m_mover->stop();
     m_toolBar.reset();
     m_barShown = false;
     if (m_imageView != nullptr) {
@@ -455,6 +459,24 @@ void AnnotatedImageController::mouseMoved(QPointF global)
     hoverMoved(core::flipped(local, m_view->overlayHeight()));
 }
 
+void AnnotatedImageController::flagsChanged(Qt::KeyboardModifiers held, const QWidget* overlay)
+{
+    if (!m_mover || !m_barShown || overlay == nullptr || m_view->bar()->parentWidget() != overlay)
+        return;
+    const bool doubleTapIsControl =
+        m_defaults.stringForKey(keys::doubleClickModifierKey) == QLatin1StringView("Control");
+    m_mover->flagsChanged(held, doubleTapIsControl, [this] {
+        if (m_hover)
+            m_hover->disableTips();
+    });
+}
+
+void AnnotatedImageController::keyPressed(const overlay::ClipKeyEvent&)
+{
+    if (m_mover)
+        m_mover->keyDown();
+}
+
 void AnnotatedImageController::hoverMoved(QPointF location)
 {
     if (!m_hover || !m_barShown)
@@ -463,7 +485,10 @@ void AnnotatedImageController::hoverMoved(QPointF location)
     context.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
     context.delaySeconds = m_defaults.doubleForKey(keys::delayTimeOfPopupToolbar);
     context.screenWidth = m_view->overlayWidth();
-    m_hover->mouseMoved(location, context);
+    // The slot starts at 0 with each window; only a move the hover looked
+    // at tells which button the pointer is on.
+    if (!m_hover->mouseMoved(location, context))
+        return;
 
     // The words about the button under the pointer, in the overlay's corner.
     capture::ButtonTipInput in;

@@ -6,6 +6,7 @@
 #include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/logic/ToolBarHover.h"
+#include "toolbar/logic/ToolBarMover.h"
 #include "toolbar/logic/ToolBarState.h"
 #include "toolbar/ui/ClipToolBar.h"
 #include "toolbar/ui/ToolBarView.h"
@@ -84,7 +85,7 @@ public:
     void endTextEdit() override {}
     void openTextView() override {}
     void textKey(overlay::TextKey) override {}
-    void keyPressed(const overlay::ClipKeyEvent&) override {}
+    void keyPressed(const overlay::ClipKeyEvent&) override;
     bool shortcutTyped(const overlay::ClipKeyEvent& event,
                        const overlay::ShortcutContext& context) override;
     void clearTool() override;
@@ -102,6 +103,10 @@ public:
     // A pointer move over the overlay (global points): the bar's hover
     // sees every one, also those the bar's own widgets do not get.
     void mouseMoved(QPointF global);
+    // A modifier went down or up over `overlay` (`held`: what is held now):
+    // a tap of Control alone moves a bar that stands inside the selection
+    // off the screen and back, on the overlay that holds it.
+    void flagsChanged(Qt::KeyboardModifiers held, const QWidget* overlay);
     [[nodiscard]] ClipToolBar* toolBar() const { return m_view ? m_view->bar() : nullptr; }
     [[nodiscard]] ToolBarView* toolBarView() const { return m_view.get(); }
     [[nodiscard]] DataOfUsers& dataOfUsers() { return m_dataOfUsers; }
@@ -145,6 +150,7 @@ private:
     // The bar's widgets: on the overlay while open.
     std::unique_ptr<ToolBarView> m_view;
     std::unique_ptr<ToolBarHover> m_hover;
+    std::unique_ptr<ToolBarMover> m_mover;
     bool m_barShown = false;
     bool m_windowSelection = false; // the selection is a window: it cannot scroll
     std::function<QRectF()> m_selection;

@@ -110,7 +110,7 @@ void ToolBarView::place(const ToolBarState& state, bool shown)
 {
     if (m_overlay == nullptr)
         return;
-    move(m_bar, state.buttonBoxOrigin);
+    move(m_bar, state.shownOrigin());
     m_bar->setVisible(shown);
     const std::optional<ColorBoxPlacement> box = state.colorBox();
     if (box && shown) {

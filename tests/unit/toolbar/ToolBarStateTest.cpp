@@ -8,6 +8,7 @@
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/SettingsBox.h"
 #include "toolbar/logic/ToolBarHover.h"
+#include "toolbar/logic/ToolBarMover.h"
 
 #include <gtest/gtest.h>
 
@@ -283,7 +284,7 @@ TEST_F(Hover, aTipOpensWhenThePointerRestsAndFollowsItFromButtonToButton)
         hover.mouseMoved(onSlot(0), context);
     EXPECT_EQ(state.mouseOnWhichButtonBox, -1);
     EXPECT_FALSE(state.mouseOnButton);
-    hover.mouseMoved(onSlot(0), context);
+    EXPECT_TRUE(hover.mouseMoved(onSlot(0), context));
     EXPECT_EQ(state.mouseOnWhichButtonBox, 0);
     EXPECT_TRUE(state.mouseOnButton);
 
@@ -392,4 +393,67 @@ TEST_F(Hover, duringAScrollingCaptureTheFirstButtonsTipIsCancelsOneSlotRight)
     EXPECT_EQ(tips.shown, -1);
     clock.advance(10s);
     EXPECT_TRUE(tips.alphas.empty());
+}
+
+TEST(ToolBarMover, aControlTapMovesABarInsideTheSelectionOffTheScreenAndBack)
+{
+    ToolBarState state;
+    SteppedClock clock;
+    int moves = 0;
+    ToolBarMover mover(state, clock, [&] { ++moves; });
+    int tipsClosed = 0;
+    const auto tap = [&](Qt::KeyboardModifiers with = Qt::NoModifier) {
+        const bool down = mover.flagsChanged(Qt::MetaModifier | with, false, [&] { ++tipsClosed; });
+        return mover.flagsChanged(Qt::NoModifier, false, [&] { ++tipsClosed; }) || down;
+    };
+
+    // A bar under the selection stays where it is.
+    state.resetButtonBox(placeBar(QRectF(400, 300, 600, 300), 1920));
+    EXPECT_FALSE(tap());
+    state.resetButtonBox(placeBar(QRectF(400, 20, 600, 300), 1920));
+    ASSERT_EQ(state.buttonBoxOrigin.y(), 53);
+
+    // Another modifier with it, a key between, or Control's double tap
+    // saving: no move.
+    EXPECT_FALSE(tap(Qt::ShiftModifier));
+    mover.flagsChanged(Qt::MetaModifier, false, {});
+    mover.keyDown();
+    EXPECT_FALSE(mover.flagsChanged(Qt::NoModifier, false, {}));
+    mover.flagsChanged(Qt::MetaModifier, true, {});
+    EXPECT_FALSE(mover.flagsChanged(Qt::NoModifier, true, {}));
+
+    // Away: 2 points every 3 ms, 46 steps, then the origin 92 lower.
+    state.tipsBoxIsOpening = true;
+    state.mouseOnButton = true;
+    EXPECT_TRUE(tap());
+    EXPECT_EQ(tipsClosed, 1);
+    EXPECT_FALSE(state.tipsBoxIsOpening);
+    EXPECT_TRUE(state.buttonBoxIsHiddenning);
+    clock.advance(3ms);
+    EXPECT_EQ(state.shownOrigin().y(), 51);
+    EXPECT_FALSE(tap()); // no second move while one runs
+    clock.advance(132ms);
+    EXPECT_EQ(state.shownOrigin().y(), 53 - 90);
+    EXPECT_TRUE(state.mouseOnButton);
+    clock.advance(3ms);
+    EXPECT_EQ(state.buttonBoxOrigin.y(), -39);
+    EXPECT_EQ(state.shownOrigin().y(), -39);
+    EXPECT_FALSE(state.buttonBoxIsHiddenning);
+    EXPECT_FALSE(state.mouseOnButton);
+    EXPECT_EQ(moves, 46);
+
+    // Below 5 the next tap brings it back, without closing tips.
+    EXPECT_TRUE(tap());
+    clock.advance(138ms);
+    EXPECT_EQ(state.buttonBoxOrigin.y(), 53);
+    EXPECT_EQ(tipsClosed, 1);
+
+    // The window closes in the middle of a move: it stops there.
+    EXPECT_TRUE(tap());
+    clock.advance(30ms);
+    mover.stop();
+    clock.advance(1s);
+    EXPECT_EQ(state.buttonBoxOrigin.y(), 53);
+    EXPECT_FALSE(state.buttonBoxIsHiddenning);
+    EXPECT_EQ(state.barShift, 0);
 }
