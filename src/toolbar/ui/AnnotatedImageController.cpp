@@ -4,20 +4,15 @@
 #include "annotation/render/StrokePainter.h"
 #include "annotation/ui/AnnotatedImageView.h"
 #include "capture/logic/CaptureContext.h"
-#include "capture/logic/OverlayTips.h"
 #include "core/Clock.h"
-#include "core/Geometry.h"
 #include "core/MessageBus.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/PreferenceActions.h"
-#include "settings/Startup.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/logic/ToolTraits.h"
 #include "toolbar/ui/ClipToolBar.h"
-#include "toolbar/ui/SettingsBoxView.h"
-#include "toolbar/ui/TipViews.h"
 
 #include <QWidget>
 
@@ -70,26 +65,12 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     if (!m_loaded)
         windowDidLoad();
     m_selection = std::move(selection);
-    if (!m_view) {
-        m_view = std::make_unique<ToolBarView>(
-            [this] { return settings::shortcutOfButton(m_defaults); });
-        m_hover = std::make_unique<ToolBarHover>(m_toolBar, m_clock, *m_view);
-        m_mover = std::make_unique<ToolBarMover>(m_toolBar, m_clock,
-                                                 [this] { m_view->place(m_toolBar, m_barShown); });
-        connect(m_view.get(), &ToolBarView::clicked, this, [this](const QString& name) {
+    if (!m_bar) {
+        m_bar = std::make_unique<ToolBarController>(m_toolBar, m_defaults, m_clock);
+        connect(m_bar.get(), &ToolBarController::clicked, this, [this](const QString& name) {
             if (const ToolEntry* entry = toolNamed(name))
                 chooseTool(*entry);
         });
-        connect(m_view.get(), &ToolBarView::pointerMoved, this,
-                &AnnotatedImageController::hoverMoved);
-        connect(m_view.get(), &ToolBarView::shortcutChosen, this,
-                [this](const QString& key, const QString& text) {
-                    m_defaults.setObject(key, text);
-                    m_defaults.synchronize();
-                });
-        // The pointer may rest outside the bar while a menu is pulled down.
-        connect(m_view.get(), &ToolBarView::menuClosed, this,
-                [this] { m_toolBar.popupButtonHaveOpened = true; });
     }
     if (m_imageView == nullptr) {
         m_imageView = new annotation::AnnotatedImageView(m_strokes);
@@ -98,12 +79,10 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     // The stroke layer lies over the overlay's own layers, under the bar.
     m_imageView->setParent(overlay);
     m_imageView->show();
-    m_view->attach(overlay);
-    m_view->bar()->setUpdatesPin(m_state.annotatedOnMap);
+    m_bar->attach(overlay, m_state.annotatedOnMap);
 
     m_state.finish.clear();
     m_toolBar.openWindow();
-    m_windowSelection = false;
     m_state.clipToolbarWindowOpened = true;
     m_state.startScreenShot = false;
     resetButtonBox();
@@ -120,20 +99,12 @@ void AnnotatedImageController::closeWindow()
     m_state.clipToolbarWindowOpened = false;
     // Nothing of a capture's mark-up outlives it.
     m_strokes.clear();
-    if (m_hover)
-        m_hover->stop();
-    if (m_mover)
-        m_mover->stop();
     m_toolBar.reset();
-    m_barShown = false;
+    if (m_bar)
+        m_bar->detach();
     if (m_imageView != nullptr) {
         m_imageView->hide();
         m_imageView->setParent(nullptr);
-    }
-    if (m_view) {
-        m_view->showLooks(m_toolBar, false);
-        // Off the overlay, which goes back to its pool.
-        m_view->detach();
     }
     m_selection = nullptr;
     // A pin's finish may still ask where it goes in this turn of the loop.
@@ -153,16 +124,9 @@ void AnnotatedImageController::placeImageView()
 void AnnotatedImageController::resetButtonBox()
 {
     placeImageView();
-    if (!m_view || m_view->overlayHeight() <= 0 || !m_selection)
+    if (!m_bar || !m_bar->attached() || !m_selection)
         return;
-    // The crop border's frame, in the window's points with y up.
-    const QRectF selection = m_selection();
-    const QRectF frame = core::flipped(
-        selection.adjusted(-kSelectionBand, -kSelectionBand, kSelectionBand, kSelectionBand),
-        m_view->overlayHeight());
-    m_toolBar.resetButtonBox(placeBar(frame, m_view->overlayWidth()));
-    if (m_hover)
-        m_hover->closeTipAtOnce();
+    m_bar->place(m_selection());
     // The tool that was on stays on across the new layout.
     if (const ToolEntry* entry = toolNamed(m_toolBar.selectFunction);
         entry != nullptr && entry->can(can::Draw))
@@ -172,14 +136,8 @@ void AnnotatedImageController::resetButtonBox()
 
 void AnnotatedImageController::refreshBar()
 {
-    if (!m_view)
-        return;
-    m_view->showLooks(m_toolBar, canUndo());
-    const QString name = m_toolBar.selectFunction;
-    const QVariant user = m_defaults.objectForKey(QStringLiteral("userColor"));
-    m_view->colorBox()->showTool(name, m_dataOfUsers.size(name), m_dataOfUsers.color(name),
-                                 user.isValid() ? QColor(user.toString()) : QColor());
-    m_view->place(m_toolBar, m_barShown);
+    if (m_bar)
+        m_bar->refresh(canUndo(), m_dataOfUsers);
 }
 
 bool AnnotatedImageController::canUndo() const
@@ -189,22 +147,25 @@ bool AnnotatedImageController::canUndo() const
 
 void AnnotatedImageController::hiddenButton()
 {
-    m_barShown = false;
-    if (m_hover)
-        m_hover->closeTipAtOnce();
+    if (!m_bar)
+        return;
+    m_bar->setShown(false);
+    m_bar->closeTipAtOnce();
     refreshBar();
 }
 
 void AnnotatedImageController::unhiddenButton()
 {
-    if (!m_view || m_view->overlayHeight() <= 0)
+    if (!m_bar || !m_bar->attached())
         return;
-    m_barShown = true;
+    m_bar->setShown(true);
     resetButtonBox();
 }
 
 void AnnotatedImageController::startFinish()
 {
+    if (m_bar)
+        m_bar->closeTipAtOnce();
     // No handles in the finished picture.
     m_strokes.dicOfCurrentStroke.reset();
     if (m_imageView != nullptr)
@@ -249,8 +210,8 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
         cancelButtonClick();
         break;
     case ToolId::Undo:
-        if (m_hover)
-            m_hover->closeTipAtOnce();
+        if (m_bar)
+            m_bar->closeTipAtOnce();
         undo();
         break;
     default:
@@ -263,8 +224,8 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
 
 void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
 {
-    if (m_hover)
-        m_hover->closeTipAtOnce();
+    if (m_bar)
+        m_bar->closeTipAtOnce();
     // A second choice of the tool that is on leaves it on (and its button
     // pressed, which a click on it would otherwise toggle).
     if (!m_toolBar.clickChanges(QString(entry.name))) {
@@ -388,7 +349,8 @@ void AnnotatedImageController::clearTool()
 
 void AnnotatedImageController::disableScrollCapture()
 {
-    m_windowSelection = true;
+    if (m_bar)
+        m_bar->setWindowSelection(true);
     m_toolBar.scrollScreenshotEnabled = false;
     refreshBar();
 }
@@ -443,63 +405,32 @@ bool AnnotatedImageController::shortcutTyped(const overlay::ClipKeyEvent& event,
 
 void AnnotatedImageController::cancelButtonClick()
 {
+    if (m_bar)
+        m_bar->closeTipAtOnce();
     m_bus.post(core::Message::CancelScreenShot);
 }
 
 bool AnnotatedImageController::barContains(QPoint global) const
 {
-    return m_view && m_view->contains(global);
+    return m_bar && m_bar->view().contains(global);
 }
 
 void AnnotatedImageController::mouseMoved(QPointF global)
 {
-    if (!m_view || m_view->overlayHeight() <= 0 || m_view->bar()->parentWidget() == nullptr)
-        return;
-    const QPointF local = m_view->bar()->parentWidget()->mapFromGlobal(global);
-    hoverMoved(core::flipped(local, m_view->overlayHeight()));
+    if (m_bar)
+        m_bar->mouseMoved(global);
 }
 
 void AnnotatedImageController::flagsChanged(Qt::KeyboardModifiers held, const QWidget* overlay)
 {
-    if (!m_mover || !m_barShown || overlay == nullptr || m_view->bar()->parentWidget() != overlay)
-        return;
-    const bool doubleTapIsControl =
-        m_defaults.stringForKey(keys::doubleClickModifierKey) == QLatin1StringView("Control");
-    m_mover->flagsChanged(held, doubleTapIsControl, [this] {
-        if (m_hover)
-            m_hover->disableTips();
-    });
+    if (m_bar)
+        m_bar->flagsChanged(held, overlay);
 }
 
 void AnnotatedImageController::keyPressed(const overlay::ClipKeyEvent&)
 {
-    if (m_mover)
-        m_mover->keyDown();
-}
-
-void AnnotatedImageController::hoverMoved(QPointF location)
-{
-    if (!m_hover || !m_barShown)
-        return;
-    HoverContext context;
-    context.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
-    context.delaySeconds = m_defaults.doubleForKey(keys::delayTimeOfPopupToolbar);
-    context.screenWidth = m_view->overlayWidth();
-    // The slot starts at 0 with each window; only a move the hover looked
-    // at tells which button the pointer is on.
-    if (!m_hover->mouseMoved(location, context))
-        return;
-
-    // The words about the button under the pointer, in the overlay's corner.
-    capture::ButtonTipInput in;
-    in.mouseOnWhichButtonBox = m_toolBar.mouseOnWhichButtonBox;
-    in.onlyClipCurrentWindow = m_windowSelection;
-    in.buttonBoxNeedHidden = m_toolBar.buttonBoxNeedHidden;
-    in.tipHidden = !m_view->buttonTip()->isVisible();
-    in.tipsBoxIsOpening = m_toolBar.tipsBoxIsOpening;
-    in.shownText = m_view->buttonTip()->text();
-    if (const std::optional<capture::TipChange> tip = capture::buttonTip(in))
-        m_view->setButtonTip(tip->kind == capture::TipChange::Kind::Show ? tip->text : QString());
+    if (m_bar)
+        m_bar->keyDown();
 }
 
 void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant&)

@@ -5,11 +5,9 @@
 #include "annotation/logic/StrokeState.h"
 #include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
-#include "toolbar/logic/ToolBarHover.h"
-#include "toolbar/logic/ToolBarMover.h"
 #include "toolbar/logic/ToolBarState.h"
 #include "toolbar/ui/ClipToolBar.h"
-#include "toolbar/ui/ToolBarView.h"
+#include "toolbar/ui/ToolBarController.h"
 
 #include <QImage>
 #include <QObject>
@@ -107,8 +105,8 @@ public:
     // a tap of Control alone moves a bar that stands inside the selection
     // off the screen and back, on the overlay that holds it.
     void flagsChanged(Qt::KeyboardModifiers held, const QWidget* overlay);
-    [[nodiscard]] ClipToolBar* toolBar() const { return m_view ? m_view->bar() : nullptr; }
-    [[nodiscard]] ToolBarView* toolBarView() const { return m_view.get(); }
+    [[nodiscard]] ClipToolBar* toolBar() const { return m_bar ? m_bar->view().bar() : nullptr; }
+    [[nodiscard]] ToolBarView* toolBarView() const { return m_bar ? &m_bar->view() : nullptr; }
     [[nodiscard]] DataOfUsers& dataOfUsers() { return m_dataOfUsers; }
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
     [[nodiscard]] const annotation::StrokeState& strokes() const { return m_strokes; }
@@ -132,8 +130,6 @@ private:
     void apply(const annotation::StrokeReaction& reaction);
     void refreshLayers(int type);
     void placeImageView();
-    // The pointer over the window, in its points with y up.
-    void hoverMoved(QPointF location);
     // The bar's looks and its settings box after a change of tool or history.
     void refreshBar();
     [[nodiscard]] bool canUndo() const;
@@ -147,12 +143,8 @@ private:
     annotation::StrokeState m_strokes; // emptied when the capture ends
     annotation::StrokeInput m_input{m_strokes};
     QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
-    // The bar's widgets: on the overlay while open.
-    std::unique_ptr<ToolBarView> m_view;
-    std::unique_ptr<ToolBarHover> m_hover;
-    std::unique_ptr<ToolBarMover> m_mover;
-    bool m_barShown = false;
-    bool m_windowSelection = false; // the selection is a window: it cannot scroll
+    // The bar, made at the first opening: on the overlay while open.
+    std::unique_ptr<ToolBarController> m_bar;
     std::function<QRectF()> m_selection;
     bool m_loaded = false;
     // A preference written here, so its change notice is our own echo.

@@ -47,8 +47,14 @@ void ToolBarView::watchPointer(QWidget* widget)
 bool ToolBarView::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseMove && m_overlay != nullptr) {
-        const QPointF global = static_cast<QMouseEvent*>(event)->globalPosition();
-        Q_EMIT pointerMoved(core::flipped(m_overlay->mapFromGlobal(global), overlayHeight()));
+        const auto* move = static_cast<QMouseEvent*>(event);
+        // A move a button leaves to the bar under it is the same move.
+        const std::pair<quint64, QPointF> seen{move->timestamp(), move->globalPosition()};
+        if (seen != m_lastMove) {
+            m_lastMove = seen;
+            Q_EMIT pointerMoved(
+                core::flipped(m_overlay->mapFromGlobal(seen.second), overlayHeight()));
+        }
     }
     return QObject::eventFilter(watched, event);
 }

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <functional>
+#include <utility>
 
 namespace toolbar {
 
@@ -76,6 +77,7 @@ private:
     QPointer<SanjiaoView> m_sanjiao;
     QPointer<ButtonTipView> m_buttonTip;
     std::array<QPointer<TipBoxView>, kSlotCount> m_tips{};
+    std::pair<quint64, QPointF> m_lastMove; // the last move told, by time and place
 };
 
 } // namespace toolbar

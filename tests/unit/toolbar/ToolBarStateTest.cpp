@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tool bar's state: where it stands for a selection at each edge of a
 // screen, which slot lies under a point, the settings box under a tool,
-// the buttons' looks as tools are chosen, and the tips that open and close
-// over the buttons on the clock.
+// the buttons' looks as tools are chosen, the tips that open and close over
+// the buttons, and the bar's move away from the screen's bottom, on the
+// clock.
 #include "toolbar/logic/ToolBarState.h"
 #include "support/SteppedClock.h"
 #include "toolbar/logic/ButtonBox.h"
