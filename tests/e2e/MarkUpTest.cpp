@@ -347,3 +347,63 @@ TEST_F(MarkUp, AStrokeGrabbedWithAnotherToolMovesResizesWithAFlipAndUndoesStepBy
     typeKey("z", true);
     showsBoxAlone(copyAndRead(last), moved);
 }
+
+TEST_F(MarkUp, TheBarStandsUnderTheSelectionItsTipsWaitForTheRestAndTheToolsBoxHangsUnder)
+{
+    startKelvoWith(kPlain);
+    selectRegion();
+    const QRectF bar = toolbar::placeButtonBox(QRectF(kRegion), QSizeF(1920, 1080));
+    const auto light = [](QColor c) { return c.lightness() > 230; };
+
+    // Fifteen slots of 35 points: along a row above its buttons the bar's
+    // light fill runs 525 pixels and stops at both ends.
+    const int row = static_cast<int>(bar.top()) + 2;
+    ASSERT_TRUE(waitFor([&] { return light(x->pixel(static_cast<int>(bar.left()) + 2, row)); }))
+        << "no bar at " << bar.left() << "," << bar.top();
+    const QImage strip = x->grabRoot(
+        QRect(static_cast<int>(bar.left()) - 10, row, static_cast<int>(bar.width()) + 20, 1));
+    int lit = 0;
+    for (int px = 0; px < strip.width(); ++px)
+        lit += light(strip.pixelColor(px, 0)) ? 1 : 0;
+    EXPECT_NEAR(lit, 525, 2); // its hairline edges may be a shade darker
+    EXPECT_FALSE(light(strip.pixelColor(5, 0)));
+    EXPECT_FALSE(light(strip.pixelColor(strip.width() - 5, 0)));
+
+    // The pointer comes to rest on the rectangle's button. Of any five
+    // moves the bar looks at one, so the rest began at one of the last
+    // five: the tip opens half a second (delayTimeOfPopupToolbar) after it.
+    const QPoint square = toolbar::buttonCentre(bar, QStringLiteral("square")).toPoint();
+    const QRect tipArea(square.x() - 4, static_cast<int>(bar.top()) - 12, 8, 6);
+    const QImage noTip = x->grabRoot(tipArea);
+    ASSERT_FALSE(light(noTip.pixelColor(0, 0)));
+    // Each move on its own, as queued moves would reach Kelvo as one.
+    const auto moveTo = [&](int px) {
+        x->movePointer(px, square.y());
+        barrier();
+    };
+    for (int i = 0; i < 5; ++i)
+        moveTo(square.x() - 6 + i);
+    const auto rested = std::chrono::steady_clock::now();
+    for (int i = 0; i < 5; ++i)
+        moveTo(square.x() - 1 + i);
+    const QImage soon = x->grabRoot(tipArea);
+    if (std::chrono::steady_clock::now() - rested < std::chrono::milliseconds(300)) {
+        EXPECT_EQ(soon, noTip) << "the tip opened before the pointer had rested";
+    }
+    EXPECT_TRUE(waitFor([&] { return light(x->pixel(tipArea.x(), tipArea.y())); }))
+        << "no tip over the rectangle's button";
+    EXPECT_GE(std::chrono::steady_clock::now() - rested, std::chrono::milliseconds(450));
+    // The overlay's corner tells how to reach the settings.
+    EXPECT_TRUE(waitFor([&] { return x->pixel(14, 1080 - 14).lightness() < 10; }))
+        << "no words about the button in the overlay's corner";
+
+    // "1": the rectangle's settings box under its button, 5 points below the
+    // bar, its first size dot (3 points) in the tool's red.
+    const QPoint box = QPointF(bar.left(), bar.bottom() + 5).toPoint();
+    ASSERT_FALSE(light(x->pixel(box.x() + 145, box.y() + 40)));
+    typeKey("1");
+    EXPECT_TRUE(waitFor([&] { return light(x->pixel(box.x() + 145, box.y() + 40)); }))
+        << "no settings box under the rectangle's button";
+    EXPECT_TRUE(isRed(x->pixel(box.x() + 12, box.y() + 16)));
+    EXPECT_FALSE(light(x->pixel(box.x() + 160, box.y() + 40)));
+}

@@ -370,8 +370,11 @@ void QNClipScreenManager::perform(const OverlayRoute& route, OverlayPart& part, 
             view->mouseup(clipMouseEvent(event, local));
         break;
     case MonitorAction::MouseMovedToAnnotation:
-        // The annotation controller passes moves on to the overlay while no
-        // annotation window is open; until it exists, so does the manager.
+        // The tool bar's hover sees the move first. The annotation
+        // controller passes moves on to the overlay while no annotation
+        // window is open; until it exists, so does the manager.
+        m_annotation->mouseMoved(static_cast<const QMouseEvent&>(event).globalPosition());
+        [[fallthrough]];
     case MonitorAction::MouseMovedToView:
         if (view != nullptr)
             view->mouseMoved(local);
@@ -404,9 +407,11 @@ void QNClipScreenManager::perform(const OverlayRoute& route, OverlayPart& part, 
         if (view != nullptr &&
             (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease)) {
             const auto& key = static_cast<const QKeyEvent&>(event);
-            view->flagsChanged(
-                heldAfter(key.key(), event.type() == QEvent::KeyPress, key.modifiers()),
-                static_cast<double>(key.timestamp()) / 1000.0);
+            const Qt::KeyboardModifiers held =
+                heldAfter(key.key(), event.type() == QEvent::KeyPress, key.modifiers());
+            view->flagsChanged(held, static_cast<double>(key.timestamp()) / 1000.0);
+            // A tap of Control moves a tool bar that stands inside the selection.
+            m_annotation->flagsChanged(held, controller.overlayWindow());
         }
         break;
     case MonitorAction::OrderFrontAndActivate:

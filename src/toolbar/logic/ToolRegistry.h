@@ -37,6 +37,7 @@ enum class ToolId
     Cancel = 11,
     Save = 12,
     CopyToPaste = 13,
+    Undo = 14,
 };
 
 // What a tool can do; the overlay, the keys and the bar ask these rather
@@ -96,7 +97,7 @@ inline constexpr unsigned kFinishing = can::ShowButton | can::FinishCapture;
 } // namespace detail
 
 // In ToolId order.
-inline constexpr std::array<ToolEntry, 14> kTools{{
+inline constexpr std::array<ToolEntry, 15> kTools{{
     {ToolId::Square, QLatin1StringView("square"), detail::k::squareShortcut, u'1', 3,
      QLatin1StringView("square"), "Rectangle", detail::kDrawing},
     {ToolId::Ellipse, QLatin1StringView("ellipse"), detail::k::ellipseShortcut, u'2', 3,
@@ -118,16 +119,19 @@ inline constexpr std::array<ToolEntry, 14> kTools{{
      QLatin1StringView("highlight"), "Highlight", detail::kDrawing | can::RepaintOnRelease},
     {ToolId::Map, QLatin1StringView("map"), detail::k::mapShortcut, u'T', 0,
      QLatin1StringView("map"), "Pin to Screen", detail::kFinishing | can::IgnoredWhileScrolling},
-    // No button yet: only its short cut and the scrolling capture reach it.
+    // Its button shows, but the scrolling capture it starts comes later.
     {ToolId::ScrollScreenshot, QLatin1StringView("scrollScreenshot"),
-     detail::k::scrollScreenshotShortcut, u'S', 0, QLatin1StringView("scrollScreenshot"), "",
-     can::IgnoredWhileScrolling | can::NeedRegion},
+     detail::k::scrollScreenshotShortcut, u'S', 0, QLatin1StringView("scrollScreenshot"),
+     "Scrolling Screenshot", can::ShowButton | can::IgnoredWhileScrolling | can::NeedRegion},
     {ToolId::Cancel, QLatin1StringView("cancel"), QLatin1StringView(), 0, 0,
      QLatin1StringView("cancel"), "Cancel", detail::kFinishing},
     {ToolId::Save, QLatin1StringView("save"), detail::k::saveShortcut, kSpaceKeyText, 0,
      QLatin1StringView("save"), "Save", detail::kFinishing},
     {ToolId::CopyToPaste, QLatin1StringView("copyToPaste"), detail::k::copyToPasteShortcut,
      kReturnKeyText, 0, QLatin1StringView("copyToPaste"), "Copy to Paste", detail::kFinishing},
+    // Takes back the last stroke; Ctrl+Z does the same from the keyboard.
+    {ToolId::Undo, QLatin1StringView("undo"), QLatin1StringView(), 0, 0, QLatin1StringView("undo"),
+     "Undo", can::ShowButton},
 }};
 
 [[nodiscard]] constexpr const ToolEntry& tool(ToolId id)

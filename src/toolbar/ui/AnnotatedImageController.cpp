@@ -39,7 +39,6 @@ AnnotatedImageController::AnnotatedImageController(capture::CaptureContext& cont
 AnnotatedImageController::~AnnotatedImageController()
 {
     delete m_imageView.data();
-    delete m_bar.data();
 }
 
 void AnnotatedImageController::windowDidLoad()
@@ -69,9 +68,9 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     if (!m_loaded)
         windowDidLoad();
     m_selection = std::move(selection);
-    if (m_bar == nullptr) {
-        m_bar = new ClipToolBar();
-        connect(m_bar, &ClipToolBar::clicked, this, [this](const QString& name) {
+    if (!m_bar) {
+        m_bar = std::make_unique<ToolBarController>(m_toolBar, m_defaults, m_clock);
+        connect(m_bar.get(), &ToolBarController::clicked, this, [this](const QString& name) {
             if (const ToolEntry* entry = toolNamed(name))
                 chooseTool(*entry);
         });
@@ -83,10 +82,10 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     // The stroke layer lies over the overlay's own layers, under the bar.
     m_imageView->setParent(overlay);
     m_imageView->show();
-    m_bar->setParent(overlay);
-    m_bar->setUpdatesPin(m_state.annotatedOnMap);
+    m_bar->attach(overlay, m_state.annotatedOnMap);
 
     m_state.finish.clear();
+    m_toolBar.openWindow();
     m_state.clipToolbarWindowOpened = true;
     m_state.startScreenShot = false;
     resetButtonBox();
@@ -104,16 +103,11 @@ void AnnotatedImageController::closeWindow()
     // Nothing of a capture's mark-up outlives it.
     m_strokes.clear();
     m_toolBar.reset();
-    if (m_bar != nullptr)
-        m_bar->setSelectedTool(QString());
+    if (m_bar)
+        m_bar->detach();
     if (m_imageView != nullptr) {
         m_imageView->hide();
         m_imageView->setParent(nullptr);
-    }
-    if (m_bar != nullptr) {
-        m_bar->hide();
-        // Off the overlay, which goes back to its pool.
-        m_bar->setParent(nullptr);
     }
     m_selection = nullptr;
     // A pin's finish may still ask where it goes in this turn of the loop.
@@ -133,29 +127,48 @@ void AnnotatedImageController::placeImageView()
 void AnnotatedImageController::resetButtonBox()
 {
     placeImageView();
-    if (m_bar == nullptr || m_bar->parentWidget() == nullptr || !m_selection)
+    if (!m_bar || !m_bar->attached() || !m_selection)
         return;
-    const QRectF box = placeButtonBox(m_selection(), m_bar->parentWidget()->size());
-    m_bar->move(box.topLeft().toPoint());
+    m_bar->place(m_selection());
+    // The tool that was on stays on across the new layout.
+    if (const ToolEntry* entry = toolNamed(m_toolBar.selectFunction);
+        entry != nullptr && entry->can(can::Draw))
+        chooseDrawingTool(*entry);
+    refreshBar();
+}
+
+void AnnotatedImageController::refreshBar()
+{
+    if (m_bar)
+        m_bar->refresh(canUndo(), m_dataOfUsers);
+}
+
+bool AnnotatedImageController::canUndo() const
+{
+    return hasStrokes() && !everythingUndone();
 }
 
 void AnnotatedImageController::hiddenButton()
 {
-    if (m_bar != nullptr)
-        m_bar->hide();
+    if (!m_bar)
+        return;
+    m_bar->setShown(false);
+    m_bar->closeTipAtOnce();
+    refreshBar();
 }
 
 void AnnotatedImageController::unhiddenButton()
 {
-    if (m_bar == nullptr || m_bar->parentWidget() == nullptr)
+    if (!m_bar || !m_bar->attached())
         return;
+    m_bar->setShown(true);
     resetButtonBox();
-    m_bar->show();
-    m_bar->raise();
 }
 
 void AnnotatedImageController::startFinish()
 {
+    if (m_bar)
+        m_bar->closeTipAtOnce();
     // No handles in the finished picture.
     m_strokes.dicOfCurrentStroke.reset();
     if (m_imageView != nullptr)
@@ -199,6 +212,11 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
     case ToolId::Cancel:
         cancelButtonClick();
         break;
+    case ToolId::Undo:
+        if (m_bar)
+            m_bar->closeTipAtOnce();
+        undo();
+        break;
     default:
         if (entry.can(can::Draw))
             chooseDrawingTool(entry);
@@ -209,11 +227,12 @@ void AnnotatedImageController::chooseTool(const ToolEntry& entry)
 
 void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
 {
+    if (m_bar)
+        m_bar->closeTipAtOnce();
     // A second choice of the tool that is on leaves it on (and its button
     // pressed, which a click on it would otherwise toggle).
-    if (m_toolBar.oldSelectFunction == entry.name) {
-        if (m_bar != nullptr)
-            m_bar->setSelectedTool(m_toolBar.selectFunction);
+    if (!m_toolBar.clickChanges(QString(entry.name))) {
+        refreshBar();
         return;
     }
     const QString left = m_toolBar.selectFunction;
@@ -230,8 +249,7 @@ void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
 void AnnotatedImageController::adjustColorAndSizeButton(int number)
 {
     m_toolBar.adjust(number);
-    if (m_bar != nullptr)
-        m_bar->setSelectedTool(m_toolBar.selectFunction);
+    refreshBar();
 }
 
 bool AnnotatedImageController::hasDrawingTool() const
@@ -379,13 +397,22 @@ void AnnotatedImageController::pointerDragged(const overlay::ClipMouseEvent& eve
 void AnnotatedImageController::pointerReleased(const overlay::ClipMouseEvent& event)
 {
     apply(m_input.mouseUp(event.location));
+    // A committed or dropped stroke may change what undo can take back.
+    refreshBar();
 }
 
 void AnnotatedImageController::clearTool()
 {
     m_toolBar.adjust(-1);
-    if (m_bar != nullptr)
-        m_bar->setSelectedTool(QString());
+    refreshBar();
+}
+
+void AnnotatedImageController::disableScrollCapture()
+{
+    if (m_bar)
+        m_bar->setWindowSelection(true);
+    m_toolBar.scrollScreenshotEnabled = false;
+    refreshBar();
 }
 
 void AnnotatedImageController::undo()
@@ -394,6 +421,7 @@ void AnnotatedImageController::undo()
     refreshLayers(annotation::stroketype::Highlight);
     if (m_imageView != nullptr)
         m_imageView->update();
+    refreshBar();
 }
 
 void AnnotatedImageController::redo()
@@ -403,6 +431,7 @@ void AnnotatedImageController::redo()
     refreshLayers(annotation::stroketype::Highlight);
     if (m_imageView != nullptr)
         m_imageView->update();
+    refreshBar();
 }
 
 void AnnotatedImageController::deleteCurrentStroke()
@@ -436,13 +465,32 @@ bool AnnotatedImageController::shortcutTyped(const overlay::ClipKeyEvent& event,
 
 void AnnotatedImageController::cancelButtonClick()
 {
+    if (m_bar)
+        m_bar->closeTipAtOnce();
     m_bus.post(core::Message::CancelScreenShot);
 }
 
 bool AnnotatedImageController::barContains(QPoint global) const
 {
-    return m_bar != nullptr && m_bar->isVisible() &&
-           m_bar->rect().contains(m_bar->mapFromGlobal(global));
+    return m_bar && m_bar->view().contains(global);
+}
+
+void AnnotatedImageController::mouseMoved(QPointF global)
+{
+    if (m_bar)
+        m_bar->mouseMoved(global);
+}
+
+void AnnotatedImageController::flagsChanged(Qt::KeyboardModifiers held, const QWidget* overlay)
+{
+    if (m_bar)
+        m_bar->flagsChanged(held, overlay);
+}
+
+void AnnotatedImageController::keyPressed(const overlay::ClipKeyEvent&)
+{
+    if (m_bar)
+        m_bar->keyDown();
 }
 
 void AnnotatedImageController::observeValueForKeyPath(const QString& key, const QVariant&)

@@ -8,6 +8,7 @@
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/logic/ToolBarState.h"
 #include "toolbar/ui/ClipToolBar.h"
+#include "toolbar/ui/ToolBarController.h"
 
 #include <QImage>
 #include <QObject>
@@ -16,6 +17,7 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
 
 namespace annotation {
 class AnnotatedImageView;
@@ -86,21 +88,30 @@ public:
     void endTextEdit() override {}
     void openTextView() override {}
     void textKey(overlay::TextKey) override {}
-    void keyPressed(const overlay::ClipKeyEvent&) override {}
+    void keyPressed(const overlay::ClipKeyEvent&) override;
     bool shortcutTyped(const overlay::ClipKeyEvent& event,
                        const overlay::ShortcutContext& context) override;
     void clearTool() override;
     void hideSelectionBoxes() override {}
-    void disableScrollCapture() override {}
+    void disableScrollCapture() override;
     void undo() override;
     void redo() override;
     void disableUndo() override {}
     void deleteCurrentStroke() override;
     void copyToPaste() override { copyToPasteButtonClick(); }
 
-    // Whether the bar is shown and under the global point.
+    // Whether the bar, its settings box or a tip of it is shown and under
+    // the global point.
     [[nodiscard]] bool barContains(QPoint global) const;
-    [[nodiscard]] ClipToolBar* toolBar() const { return m_bar; }
+    // A pointer move over the overlay (global points): the bar's hover
+    // sees every one, also those the bar's own widgets do not get.
+    void mouseMoved(QPointF global);
+    // A modifier went down or up over `overlay` (`held`: what is held now):
+    // a tap of Control alone moves a bar that stands inside the selection
+    // off the screen and back, on the overlay that holds it.
+    void flagsChanged(Qt::KeyboardModifiers held, const QWidget* overlay);
+    [[nodiscard]] ClipToolBar* toolBar() const { return m_bar ? m_bar->view().bar() : nullptr; }
+    [[nodiscard]] ToolBarView* toolBarView() const { return m_bar ? &m_bar->view() : nullptr; }
     [[nodiscard]] DataOfUsers& dataOfUsers() { return m_dataOfUsers; }
     [[nodiscard]] bool isLoaded() const { return m_loaded; }
     [[nodiscard]] const annotation::StrokeState& strokes() const { return m_strokes; }
@@ -126,6 +137,9 @@ private:
     void showCursor(annotation::CropCursor cursor);
     void refreshLayers(int type);
     void placeImageView();
+    // The bar's looks and its settings box after a change of tool or history.
+    void refreshBar();
+    [[nodiscard]] bool canUndo() const;
 
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
@@ -137,7 +151,8 @@ private:
     annotation::StrokeInput m_input{m_strokes};
     annotation::StrokeHandleTracker m_handles;
     QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
-    QPointer<ClipToolBar> m_bar;                          // lives in the overlay while open
+    // The bar, made at the first opening: on the overlay while open.
+    std::unique_ptr<ToolBarController> m_bar;
     std::function<QRectF()> m_selection;
     bool m_loaded = false;
     // A preference written here, so its change notice is our own echo.

@@ -1,26 +1,31 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QHash>
+#include "toolbar/logic/ToolBarState.h"
+
 #include <QWidget>
+
+#include <array>
 
 class QToolButton;
 
 namespace toolbar {
 
-// The bar of buttons under a selection: the drawing tools and the four
-// that end a capture (pin, cancel, save, copy).
+// The strip of fifteen buttons under a selection, one per slot at the
+// slots' pitch: the drawing tools, undo, and the buttons that pin, cancel,
+// scroll, save and copy.
 class ClipToolBar final : public QWidget
 {
     Q_OBJECT
 public:
     explicit ClipToolBar(QWidget* parent = nullptr);
 
-    [[nodiscard]] QToolButton* button(const QString& name) const { return m_buttons.value(name); }
+    [[nodiscard]] QToolButton* button(const QString& name) const;
     // The copy button reads "Update Map" while a pin is being marked up.
     void setUpdatesPin(bool updatesPin);
-    // The chosen drawing tool's button shows pressed; "" for none.
-    void setSelectedTool(const QString& name);
+    // Each button's look: pressed for the tool that is on, greyed when it
+    // cannot act.
+    void showLooks(const ToolBarState& state, bool canUndo);
 
 Q_SIGNALS:
     void clicked(const QString& name);
@@ -29,7 +34,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QHash<QString, QToolButton*> m_buttons;
+    std::array<QToolButton*, kSlotCount> m_buttons{};
 };
 
 } // namespace toolbar

@@ -73,8 +73,19 @@ void drawIcon(QPainter& p, ToolId id)
         p.drawPolyline(QPolygonF({QPointF(4, 10), QPointF(8.5, 14.5), QPointF(16, 5)}));
         break;
     case ToolId::ScrollScreenshot:
-        // No button shows it yet.
+        p.drawRect(QRectF(5.5, 6.5, 9, 7));
+        p.drawPolyline(QPolygonF({QPointF(7.5, 4), QPointF(10, 1.5), QPointF(12.5, 4)}));
+        p.drawPolyline(QPolygonF({QPointF(7.5, 16), QPointF(10, 18.5), QPointF(12.5, 16)}));
         break;
+    case ToolId::Undo: {
+        QPainterPath path(QPointF(5, 8));
+        path.lineTo(QPointF(12, 8));
+        path.cubicTo(QPointF(18, 8), QPointF(18, 16), QPointF(12, 16));
+        path.lineTo(QPointF(7, 16));
+        p.drawPath(path);
+        p.drawPolyline(QPolygonF({QPointF(8, 5), QPointF(5, 8), QPointF(8, 11)}));
+        break;
+    }
     }
 }
 

@@ -11,8 +11,12 @@
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/ui/AnnotatedImageController.h"
+#include "toolbar/ui/SettingsBoxView.h"
+#include "toolbar/ui/TipViews.h"
+#include "toolbar/ui/ToolBarView.h"
 
 #include <QCoreApplication>
+#include <QMenu>
 #include <QToolButton>
 #include <QWidget>
 
@@ -42,6 +46,26 @@ struct Bench
     void open(QRectF selection = QRectF(300, 200, 480, 360))
     {
         controller.openWindow(&overlay, [selection] { return selection; });
+    }
+    // The pointer over the overlay, `times` moves at a point in its
+    // top-left points.
+    void hover(QPointF local, int times = 5)
+    {
+        for (int i = 0; i < times; ++i)
+            controller.mouseMoved(overlay.mapToGlobal(local));
+    }
+    // A rectangle dragged in the selection (overlay-local points, y up).
+    void stroke(QPointF from, QPointF to)
+    {
+        state.pointerRole = overlay::PointerRole::ToolCrosshair;
+        overlay::ClipMouseEvent e;
+        e.location = from;
+        controller.pointerPressed(e);
+        for (int i = 1; i <= 8; ++i) {
+            e.location = from + (to - from) * i / 8.0;
+            controller.pointerDragged(e);
+        }
+        controller.pointerReleased(e);
     }
     // Posted messages arrive on the next turn of the loop.
     static void settle() { QCoreApplication::processEvents(); }
@@ -88,27 +112,6 @@ TEST(DataOfUsers, changesReplaceAToolsDictionaryAndOddValuesReadAsAbsent)
     EXPECT_EQ(data.tool(QStringLiteral("text")).value(QStringLiteral("size")), QVariant("big"));
     EXPECT_DOUBLE_EQ(
         data.tool(QStringLiteral("text")).value(QStringLiteral("colorAlpha")).toDouble(), 0.5);
-}
-
-TEST(ButtonBox, goesUnderTheSelectionThenAboveThenInside)
-{
-    const QSizeF screen(1920, 1080);
-    const QSizeF size = buttonBoxSize();
-    const QRectF under = placeButtonBox(QRectF(300, 200, 480, 360), screen);
-    EXPECT_EQ(under.topLeft(), QPointF(780 - size.width(), 560 + kButtonBoxGap));
-    // No room below: above the selection.
-    const QRectF above = placeButtonBox(QRectF(300, 700, 480, 370), screen);
-    EXPECT_EQ(above.top(), 700 - kButtonBoxGap - size.height());
-    // No room either way: inside the bottom edge.
-    const QRectF inside = placeButtonBox(QRectF(300, 10, 480, 1060), screen);
-    EXPECT_EQ(inside.bottom(), 1070 - kButtonBoxGap);
-    // A small selection at the left edge keeps the bar on the screen.
-    EXPECT_EQ(placeButtonBox(QRectF(0, 100, 40, 40), screen).left(), 0);
-    // Button centres run left to right in the table's order.
-    EXPECT_LT(buttonCentre(under, QStringLiteral("square")).x(),
-              buttonCentre(under, QStringLiteral("copyToPaste")).x());
-    EXPECT_EQ(buttonCentre(under, QStringLiteral("copyToPaste")).x(),
-              under.right() - kButtonSpacing - kButtonSize / 2);
 }
 
 TEST(AnnotatedImageController, opensItsBarUnderTheSelectionAndClosesIt)
@@ -196,4 +199,121 @@ TEST(AnnotatedImageController, exclusivePairsAndShortCutsFollowThePreferences)
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("selectedMosaic")));
     b.defaults.setBool(QStringLiteral("ellipseOfHighlight"), true);
     EXPECT_FALSE(b.defaults.boolForKey(QStringLiteral("squareOfHighlight")));
+}
+
+TEST(AnnotatedImageController, theBarShowsItsToolsBoxItsTipsAndWhatUndoCanDo)
+{
+    Bench b;
+    b.open();
+    ToolBarView* view = b.controller.toolBarView();
+    ClipToolBar* bar = b.controller.toolBar();
+    const QRectF box = placeButtonBox(QRectF(300, 200, 480, 360), QSizeF(1920, 1080));
+    EXPECT_EQ(bar->findChildren<QToolButton*>().size(), 15);
+    QToolButton* undo = bar->button(QStringLiteral("undo"));
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_FALSE(view->colorBox()->isVisible());
+
+    // The rectangle's button: its box hangs under it, its button pressed.
+    bar->button(QStringLiteral("square"))->click();
+    EXPECT_TRUE(bar->button(QStringLiteral("square"))->isChecked());
+    ASSERT_TRUE(view->colorBox()->isVisible());
+    EXPECT_EQ(QRectF(view->colorBox()->geometry()), QRectF(box.left(), box.bottom() + 5, 155, 45));
+    EXPECT_EQ(view->colorBox()->tool(), QStringLiteral("square"));
+    EXPECT_TRUE(
+        b.controller.barContains(b.overlay.mapToGlobal(view->colorBox()->geometry().center())));
+    // The arrow's box stands 45 points further right.
+    bar->button(QStringLiteral("arrow"))->click();
+    EXPECT_FALSE(bar->button(QStringLiteral("square"))->isChecked());
+    EXPECT_EQ(view->colorBox()->x(), box.left() + 45);
+
+    // A stroke can be undone; undone, the button greys again.
+    b.stroke(QPointF(400, 400), QPointF(500, 450));
+    EXPECT_TRUE(undo->isEnabled());
+    undo->click();
+    EXPECT_TRUE(b.controller.everythingUndone());
+    EXPECT_FALSE(undo->isEnabled());
+
+    // Resting on the rectangle's button: the words in the overlay's corner
+    // at once, its tip half a second later, over the button.
+    const QPointF square = buttonCentre(box, QStringLiteral("square"));
+    b.hover(square);
+    ASSERT_TRUE(view->buttonTip()->isVisible());
+    EXPECT_TRUE(view->buttonTip()->text().startsWith(QStringLiteral("Stop move the mouse")));
+    EXPECT_EQ(view->buttonTip()->geometry().bottom() + 1, 1080 - 10);
+    EXPECT_EQ(view->tipBox(0), nullptr);
+    b.clock.advance(std::chrono::milliseconds(500));
+    TipBoxView* tip = view->tipBox(0);
+    ASSERT_NE(tip, nullptr);
+    ASSERT_TRUE(tip->isVisible());
+    EXPECT_EQ(tip->objectName(), QStringLiteral("boxSquare"));
+    EXPECT_EQ(tip->geometry().bottom() + 1, static_cast<int>(box.top()));
+    EXPECT_NEAR(tip->geometry().center().x(), box.left() + 17, 1);
+    EXPECT_TRUE(b.controller.barContains(b.overlay.mapToGlobal(tip->geometry().center())));
+
+    // Its menu holds the short cut; keys of other buttons are refused, and a
+    // choice becomes the preference.
+    QToolButton* popUp = tip->menuButton();
+    ASSERT_NE(popUp, nullptr);
+    EXPECT_EQ(popUp->objectName(), QStringLiteral("popUpButtonSquare"));
+    EXPECT_EQ(popUp->text(), QStringLiteral("1"));
+    QAction* two = nullptr;
+    QAction* q = nullptr;
+    for (QAction* action : popUp->menu()->actions()) {
+        if (action->text() == QStringLiteral("2"))
+            two = action;
+        if (action->text() == QStringLiteral("Q"))
+            q = action;
+    }
+    ASSERT_TRUE(two != nullptr && q != nullptr);
+    EXPECT_FALSE(two->isEnabled()); // the ellipse's
+    q->trigger();
+    EXPECT_EQ(b.defaults.stringForKey(QStringLiteral("squareShortcut")), QStringLiteral("Q"));
+
+    // Off the bar the corner's words go and the tip fades out.
+    b.hover(QPointF(900, 100));
+    EXPECT_FALSE(view->buttonTip()->isVisible());
+    b.clock.advance(std::chrono::seconds(1));
+    EXPECT_FALSE(tip->isVisible());
+
+    // A click closes a waiting tip before it opens; closing the window
+    // leaves no timer to act.
+    b.hover(buttonCentre(box, QStringLiteral("line")));
+    b.controller.closeWindow();
+    b.clock.advance(std::chrono::seconds(10));
+    EXPECT_EQ(view->tipBox(2), nullptr);
+    EXPECT_FALSE(view->buttonTip()->isVisible());
+}
+
+TEST(AnnotatedImageController, aControlTapMovesABarAtTheScreensBottomAwayAndBack)
+{
+    Bench b;
+    // So low that the bar goes inside the selection, 53 points up.
+    b.open(QRectF(300, 200, 480, 860));
+    ClipToolBar* bar = b.controller.toolBar();
+    ASSERT_EQ(bar->geometry().bottom() + 1, 1080 - 53);
+    const auto tap = [&] {
+        b.controller.flagsChanged(Qt::MetaModifier, &b.overlay);
+        b.controller.flagsChanged(Qt::NoModifier, &b.overlay);
+    };
+    // Only over the overlay that holds the bar.
+    QWidget other;
+    b.controller.flagsChanged(Qt::MetaModifier, &other);
+    b.controller.flagsChanged(Qt::NoModifier, &other);
+    b.clock.advance(std::chrono::seconds(1));
+    EXPECT_EQ(bar->geometry().bottom() + 1, 1080 - 53);
+
+    tap();
+    b.clock.advance(std::chrono::milliseconds(3));
+    EXPECT_EQ(bar->geometry().bottom() + 1, 1080 - 51);
+    b.clock.advance(std::chrono::milliseconds(135));
+    EXPECT_EQ(bar->geometry().bottom() + 1, 1080 + 39);
+    tap();
+    b.clock.advance(std::chrono::milliseconds(138));
+    EXPECT_EQ(bar->geometry().bottom() + 1, 1080 - 53);
+
+    // The double tap of Control saves instead.
+    b.defaults.setObject(QStringLiteral("doubleClickModifierKey"), QStringLiteral("Control"));
+    tap();
+    b.clock.advance(std::chrono::seconds(1));
+    EXPECT_EQ(bar->geometry().bottom() + 1, 1080 - 53);
 }

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+#include <array>
+
+// What the settings box under a chosen tool shows: three size dots, the
+// size in words, and the colour swatches.
+namespace toolbar {
+
+// The sizes the three dots stand for.
+[[nodiscard]] std::array<int, 3> sizeDots(QStringView tool);
+// The text tools show their colour in the third dot and their size in a
+// menu instead.
+[[nodiscard]] bool showsSizeDots(QStringView tool);
+// The dot of `size`, 0 to 2; -1 when no dot stands for it.
+[[nodiscard]] int markedDot(QStringView tool, int size);
+// The colour a marked dot is filled with: the tool's own, or a blue for the
+// two tools whose colour is not their point.
+[[nodiscard]] QColor markedDotColor(QStringView tool, const QColor& toolColor);
+[[nodiscard]] QColor unmarkedDotColor();
+// The size as the box writes it, and its unit: the highlight's in percent
+// (40 is 100%), the others' in points.
+[[nodiscard]] QString displaySize(QStringView tool, int size);
+[[nodiscard]] QString displaySizeUnit(QStringView tool);
+// The five fixed swatches; the sixth is the user's own colour.
+[[nodiscard]] const std::array<QColor, 5>& swatchColors();
+
+} // namespace toolbar

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "toolbar/logic/ToolBarHover.h"
+
+#include "core/Clock.h"
+
+namespace toolbar {
+
+ToolBarHover::ToolBarHover(ToolBarState& state, core::Clock& clock, TipBoxes& boxes)
+    : m_state(state)
+    , m_clock(clock)
+    , m_boxes(boxes)
+{}
+
+bool ToolBarHover::inOpenedTip(QPointF p)
+{
+    return m_openedSlot >= 0 &&
+           pointInRect(p, QRectF(m_openedOrigin, m_boxes.tipSize(m_openedSlot)));
+}
+
+bool ToolBarHover::inColorBox(QPointF p) const
+{
+    const std::optional<ColorBoxPlacement> box = m_state.colorBox();
+    return box && pointInRect(p, box->colorBox);
+}
+
+bool ToolBarHover::mouseMoved(QPointF location, const HoverContext& context)
+{
+    if (!context.clipToolbarWindowOpened || ++m_state.mouseMovedTimes % kMoveBeat != 0 ||
+        m_state.buttonBoxIsHiddenning)
+        return false;
+    m_state.mouseLoc = location;
+    const bool inBox = pointInRect(location, m_state.buttonBoxFrame());
+
+    if (m_state.boxColorTipsOpening) {
+        if (!inColorBox(location))
+            m_state.boxColorTipsOpening = false;
+        return true;
+    }
+    if (m_state.tipsBoxIsOpening) {
+        if (inBox) {
+            // An open tip follows the pointer from button to button at once.
+            m_state.popupButtonHaveOpened = false;
+            checkMouseOnWhichButton(context);
+        } else if (inOpenedTip(location)) {
+            // A tip under the pointer stays open.
+            m_state.popupButtonHaveOpened = false;
+            stopDisableTimer();
+        } else if (!m_state.popupButtonHaveOpened) {
+            disableTips();
+        }
+    }
+    // Each beat restarts the wait, so a tip opens once the pointer rests.
+    if (!m_state.tipsBoxIsOpening && inBox)
+        startMoveTimer(context);
+
+    m_state.mouseOnWhichButtonBox = inBox ? buttonUnder(location - m_state.buttonBoxOrigin) : -1;
+    m_state.mouseOnButton = inBox || inColorBox(location);
+    return true;
+}
+
+void ToolBarHover::startMoveTimer(const HoverContext& context)
+{
+    const unsigned generation = ++m_moveTimer;
+    m_moveTimerPending = true;
+    const auto delay = std::chrono::milliseconds(
+        static_cast<std::int64_t>(std::max(0.0, context.delaySeconds) * 1000.0));
+    m_clock.singleShot(delay, &m_timers, [this, generation, context] {
+        if (generation != m_moveTimer)
+            return;
+        m_moveTimerPending = false;
+        checkMouseOnWhichButton(context);
+    });
+}
+
+void ToolBarHover::checkMouseOnWhichButton(const HoverContext& context)
+{
+    const QRectF box = m_state.buttonBoxFrame();
+    if (!context.clipToolbarWindowOpened || !pointInRect(m_state.mouseLoc, box))
+        return;
+    const int place = slotUnder(m_state.mouseLoc.x(), box.x());
+    if (place < 0)
+        return;
+    // A scrolling capture's bar shows only its last four buttons.
+    const int slot = context.scrolling ? place + 11 : place;
+    if (slot >= kSlotCount)
+        return;
+    if (m_state.tipsBoxIsOpening && m_openedSlot >= 0) {
+        m_boxes.hideTip(m_openedSlot);
+        stopDisableTimer();
+    }
+    const QSizeF size = m_boxes.tipSize(slot);
+    m_openedOrigin = tipOrigin(slot, m_state.buttonBoxOrigin, size.width(), context.screenWidth,
+                               context.scrolling);
+    m_openedSlot = slot;
+    m_boxes.showTip(slot, m_openedOrigin);
+    m_state.tipsBoxIsOpening = true;
+    const unsigned generation = ++m_disableTimer;
+    m_clock.singleShot(kTipLife, &m_timers, [this, generation] {
+        if (generation == m_disableTimer)
+            disableTips();
+    });
+}
+
+void ToolBarHover::disableTips()
+{
+    if (!m_state.tipsBoxIsOpening)
+        return;
+    m_state.tipsBoxIsOpening = false;
+    stopDisableTimer();
+    // The fade runs to its end, also when the box opens again meanwhile.
+    fade(m_openedSlot, 1.0, m_fades);
+}
+
+void ToolBarHover::fade(int slot, double alpha, unsigned generation)
+{
+    if (generation != m_fades || slot < 0)
+        return;
+    if (alpha < 0.1) {
+        m_boxes.hideTip(slot);
+        return;
+    }
+    m_clock.singleShot(kFadeStep, &m_timers, [this, slot, alpha, generation] {
+        if (generation != m_fades)
+            return;
+        m_boxes.setTipAlpha(slot, alpha);
+        fade(slot, alpha - 0.1, generation);
+    });
+}
+
+void ToolBarHover::closeTipAtOnce()
+{
+    ++m_moveTimer;
+    m_moveTimerPending = false;
+    if (!m_state.tipsBoxIsOpening)
+        return;
+    m_boxes.hideTip(m_openedSlot);
+    m_state.tipsBoxIsOpening = false;
+    stopDisableTimer();
+}
+
+void ToolBarHover::stop()
+{
+    ++m_moveTimer;
+    ++m_disableTimer;
+    ++m_fades;
+    m_moveTimerPending = false;
+    if (m_openedSlot >= 0)
+        m_boxes.hideTip(m_openedSlot);
+    m_openedSlot = -1;
+    m_state.tipsBoxIsOpening = false;
+}
+
+} // namespace toolbar

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "toolbar/logic/ToolBarState.h"
+
+#include <QObject>
+#include <QPointF>
+#include <QSizeF>
+
+#include <chrono>
+
+namespace core {
+class Clock;
+}
+
+namespace toolbar {
+
+// The tip boxes over the bar's buttons, as the hover opens and closes them.
+class TipBoxes
+{
+public:
+    virtual ~TipBoxes() = default;
+    // May make the tip first: it is sized by what it holds.
+    [[nodiscard]] virtual QSizeF tipSize(int slot) = 0;
+    // Shows the tip of `slot` at `origin` (window points, y up), opaque.
+    virtual void showTip(int slot, QPointF origin) = 0;
+    virtual void setTipAlpha(int slot, double alpha) = 0;
+    virtual void hideTip(int slot) = 0;
+};
+
+// What a pointer move over the annotation window is measured against.
+struct HoverContext
+{
+    bool clipToolbarWindowOpened = false;
+    bool scrolling = false;    // a scrolling capture runs
+    double delaySeconds = 0.5; // the rest before a tip opens
+    qreal screenWidth = 0;
+};
+
+// The pointer over the tool bar: which button is under it, and the tip that
+// opens when it comes to rest on one, closes six seconds later or when it
+// leaves, and fades out. Time comes from the clock; a stopped timer is one
+// whose turn has been taken by a newer one.
+class ToolBarHover
+{
+public:
+    static constexpr std::chrono::milliseconds kTipLife{6000};
+    static constexpr std::chrono::milliseconds kFadeStep{50};
+    static constexpr int kMoveBeat = 5; // only every fifth move is looked at
+
+    ToolBarHover(ToolBarState& state, core::Clock& clock, TipBoxes& boxes);
+
+    // Every pointer move that reaches the window (y up). True for the
+    // moves it looked at, which find the button under the pointer anew.
+    bool mouseMoved(QPointF location, const HoverContext& context);
+    // Opens the tip of the button under the last position kept.
+    void checkMouseOnWhichButton(const HoverContext& context);
+    // Closes the open tip with a fade.
+    void disableTips();
+    // A click on a button: no tip is waiting any more, and the open one
+    // goes at once.
+    void closeTipAtOnce();
+    // The window closes: every timer stops, every tip goes.
+    void stop();
+
+    [[nodiscard]] int openedSlot() const { return m_openedSlot; }
+    [[nodiscard]] bool tipWaiting() const { return m_moveTimerPending; }
+
+private:
+    [[nodiscard]] bool inOpenedTip(QPointF p);
+    [[nodiscard]] bool inColorBox(QPointF p) const;
+    void startMoveTimer(const HoverContext& context);
+    void stopDisableTimer() { ++m_disableTimer; }
+    void fade(int slot, double alpha, unsigned generation);
+
+    ToolBarState& m_state;
+    core::Clock& m_clock;
+    TipBoxes& m_boxes;
+    QObject m_timers; // the context of every timer, so none outlives this
+    unsigned m_moveTimer = 0;
+    unsigned m_disableTimer = 0;
+    unsigned m_fades = 0; // a stop ends the fades under way
+    bool m_moveTimerPending = false;
+    int m_openedSlot = -1;
+    QPointF m_openedOrigin;
+};
+
+} // namespace toolbar
