@@ -3,6 +3,8 @@
 #include "annotation/logic/StrokeHitTest.h"
 #include "annotation/logic/StrokeInput.h"
 
+#include "RedStroke.h"
+
 #include <gtest/gtest.h>
 
 namespace annotation {
@@ -13,16 +15,7 @@ namespace st = stroketype;
 
 Stroke box(int type, QPointF a, QPointF b)
 {
-    Stroke s;
-    s.type = type;
-    s.list = 1;
-    s.color = Qt::red;
-    s.size = 3;
-    s.X1 = a.x();
-    s.Y1 = a.y();
-    s.X2 = b.x();
-    s.Y2 = b.y();
-    return s;
+    return test::redStroke(type, a, b);
 }
 
 // A drag by d that began at `from`.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "annotation/logic/StrokeHitTest.h"
 
+#include "RedStroke.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -12,16 +14,7 @@ namespace st = stroketype;
 
 Stroke shape(int type, QPointF a, QPointF b, double size = 3)
 {
-    Stroke s;
-    s.type = type;
-    s.list = 1;
-    s.color = Qt::red;
-    s.size = size;
-    s.X1 = a.x();
-    s.Y1 = a.y();
-    s.X2 = b.x();
-    s.Y2 = b.y();
-    return s;
+    return test::redStroke(type, a, b, size);
 }
 
 Stroke arrow(const char* kind, QPointF tail, QPointF tip, double size = 3)

@@ -3,6 +3,8 @@
 #include "annotation/logic/StrokeCoverage.h"
 #include "annotation/logic/StrokeHandleTracker.h"
 
+#include "RedStroke.h"
+
 #include <gtest/gtest.h>
 
 namespace annotation {
@@ -12,16 +14,7 @@ namespace st = stroketype;
 
 Stroke shape(int type, QPointF a, QPointF b, double size = 3)
 {
-    Stroke s;
-    s.type = type;
-    s.list = 1;
-    s.color = Qt::red;
-    s.size = size;
-    s.X1 = a.x();
-    s.Y1 = a.y();
-    s.X2 = b.x();
-    s.Y2 = b.y();
-    return s;
+    return test::redStroke(type, a, b, size);
 }
 
 StrokeHoverContext annotating()

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "annotation/render/StrokePainter.h"
 
+#include "RedStroke.h"
+
 #include <gtest/gtest.h>
 
 namespace annotation {
@@ -14,16 +16,8 @@ const QRectF kArea(0, 0, 100, 100);
 
 Stroke shape(int type, QPointF a, QPointF b, double size = 3)
 {
-    Stroke s;
-    s.type = type;
-    s.list = 1;
-    s.color = Qt::red;
+    Stroke s = test::redStroke(type, a, b, size);
     s.colorAlpha = 1.0;
-    s.size = size;
-    s.X1 = a.x();
-    s.Y1 = a.y();
-    s.X2 = b.x();
-    s.Y2 = b.y();
     return s;
 }
 
