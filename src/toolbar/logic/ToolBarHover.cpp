@@ -11,10 +11,9 @@ ToolBarHover::ToolBarHover(ToolBarState& state, core::Clock& clock, TipBoxes& bo
     , m_boxes(boxes)
 {}
 
-bool ToolBarHover::inOpenedTip(QPointF p)
+bool ToolBarHover::inOpenedTip(QPointF p) const
 {
-    return m_openedSlot >= 0 &&
-           pointInRect(p, QRectF(m_openedOrigin, m_boxes.tipSize(m_openedSlot)));
+    return m_openedSlot >= 0 && pointInRect(p, m_openedFrame);
 }
 
 bool ToolBarHover::inColorBox(QPointF p) const
@@ -89,10 +88,12 @@ void ToolBarHover::checkMouseOnWhichButton(const HoverContext& context)
         stopDisableTimer();
     }
     const QSizeF size = m_boxes.tipSize(slot);
-    m_openedOrigin = tipOrigin(slot, m_state.buttonBoxOrigin, size.width(), context.screenWidth,
-                               context.scrolling);
+    // Kept, so that the moves over an open tip need not measure it again.
+    m_openedFrame = QRectF(tipOrigin(slot, m_state.buttonBoxOrigin, size.width(),
+                                     context.screenWidth, context.scrolling),
+                           size);
     m_openedSlot = slot;
-    m_boxes.showTip(slot, m_openedOrigin);
+    m_boxes.showTip(slot, m_openedFrame.topLeft());
     m_state.tipsBoxIsOpening = true;
     const unsigned generation = ++m_disableTimer;
     m_clock.singleShot(kTipLife, &m_timers, [this, generation] {

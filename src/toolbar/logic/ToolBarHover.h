@@ -5,6 +5,7 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QRectF>
 #include <QSizeF>
 
 #include <chrono>
@@ -67,7 +68,7 @@ public:
     [[nodiscard]] bool tipWaiting() const { return m_moveTimerPending; }
 
 private:
-    [[nodiscard]] bool inOpenedTip(QPointF p);
+    [[nodiscard]] bool inOpenedTip(QPointF p) const;
     [[nodiscard]] bool inColorBox(QPointF p) const;
     void startMoveTimer(const HoverContext& context);
     void stopDisableTimer() { ++m_disableTimer; }
@@ -82,7 +83,7 @@ private:
     unsigned m_fades = 0; // a stop ends the fades under way
     bool m_moveTimerPending = false;
     int m_openedSlot = -1;
-    QPointF m_openedOrigin;
+    QRectF m_openedFrame; // the open tip's, window points, y up
 };
 
 } // namespace toolbar

@@ -62,33 +62,28 @@ bool ToolBarView::eventFilter(QObject* watched, QEvent* event)
 void ToolBarView::attach(QWidget* overlay)
 {
     m_overlay = overlay;
-    for (QWidget* w : {static_cast<QWidget*>(m_colorBox), static_cast<QWidget*>(m_sanjiao),
-                       static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_buttonTip)}) {
-        w->hide();
-        w->setParent(overlay);
-    }
-    for (QPointer<TipBoxView>& tipView : m_tips) {
-        if (tipView != nullptr) {
-            tipView->hide();
-            tipView->setParent(overlay);
-        }
-    }
+    reparent(overlay);
 }
 
 void ToolBarView::detach()
 {
+    reparent(nullptr);
+    m_overlay = nullptr;
+}
+
+void ToolBarView::reparent(QWidget* parent)
+{
     for (QWidget* w : {static_cast<QWidget*>(m_colorBox), static_cast<QWidget*>(m_sanjiao),
                        static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_buttonTip)}) {
         w->hide();
-        w->setParent(nullptr);
+        w->setParent(parent);
     }
     for (QPointer<TipBoxView>& tipView : m_tips) {
         if (tipView != nullptr) {
             tipView->hide();
-            tipView->setParent(nullptr);
+            tipView->setParent(parent);
         }
     }
-    m_overlay = nullptr;
 }
 
 qreal ToolBarView::overlayHeight() const

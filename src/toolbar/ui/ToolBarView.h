@@ -67,6 +67,8 @@ protected:
 
 private:
     void watchPointer(QWidget* widget);
+    // Every widget hidden and handed to `parent` (none: off any overlay).
+    void reparent(QWidget* parent);
     TipBoxView& tip(int slot);
     void move(QWidget* widget, QPointF origin) const;
 
