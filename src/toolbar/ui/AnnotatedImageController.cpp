@@ -358,6 +358,12 @@ void AnnotatedImageController::showCursor(annotation::CropCursor cursor)
         m_imageView->window()->setCursor(annotation::GKCropBorderView::cursorShapeOf(cursor));
 }
 
+void AnnotatedImageController::resetCursor()
+{
+    if (m_state.pointerRole == overlay::PointerRole::ToolCrosshair)
+        showCursor(annotation::CropCursor::ToolCrosshair);
+}
+
 void AnnotatedImageController::pointerMoved(QPointF location)
 {
     if (!m_state.clipToolbarWindowOpened)

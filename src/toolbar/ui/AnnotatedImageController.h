@@ -135,6 +135,8 @@ private:
     void apply(const annotation::StrokeReaction& reaction);
     // The stroke layer's cursor, shown on the overlay and read back as its role.
     void showCursor(annotation::CropCursor cursor);
+    // Rebuilds the tool's own cursor after a change of tool, colour or size.
+    void resetCursor();
     void refreshLayers(int type);
     void placeImageView();
     // The bar's looks and its settings box after a change of tool or history.
