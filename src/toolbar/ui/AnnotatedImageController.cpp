@@ -2,6 +2,7 @@
 #include "toolbar/ui/AnnotatedImageController.h"
 
 #include "annotation/logic/StrokeCoverage.h"
+#include "annotation/logic/StrokeEdit.h"
 #include "annotation/logic/StrokeHitTest.h"
 #include "annotation/render/StrokePainter.h"
 #include "annotation/ui/AnnotatedImageView.h"
@@ -19,6 +20,7 @@
 
 #include <QWidget>
 
+#include <algorithm>
 #include <chrono>
 
 namespace toolbar {
@@ -526,7 +528,18 @@ void AnnotatedImageController::observeValueForKeyPath(const QString& key, const 
     }
     // The tool short cuts are followed by the live table
     // (settings::ShortcutOfButton), from the start on, not only once this
-    // window has loaded.
+    // window has loaded. The shape options reach the active stroke.
+    static constexpr QLatin1StringView shapeOptions[] = {
+        keys::filledOfSquare, keys::enableRoundOfSquare, keys::filledOfEllipse,
+        keys::normalTypeOfArrow};
+    if (std::find(std::begin(shapeOptions), std::end(shapeOptions), key) == std::end(shapeOptions))
+        return;
+    if (annotation::edit::followOption(m_strokes, key, m_defaults.boolForKey(key))) {
+        if (m_imageView != nullptr)
+            m_imageView->update();
+        refreshBar();
+    }
+    m_defaults.synchronize();
 }
 
 } // namespace toolbar
