@@ -132,34 +132,6 @@ protected:
 
 } // namespace
 
-TEST_F(ImageOutputE2e, FullAndScreenHoldTheScreenPixelForPixel)
-{
-    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
-    SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
-    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
-    ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
-    const QString shots = desktop.path(QStringLiteral("shots"));
-
-    const auto full = run({QStringLiteral("full"), QStringLiteral("-p"), shots});
-    ASSERT_EQ(full.exitCode, 0) << full.err.toStdString();
-    const QString path = full.out.trimmed();
-    EXPECT_TRUE(QFileInfo(path).fileName().startsWith(QStringLiteral("Kelvo")));
-    EXPECT_EQ(QImage(path).convertToFormat(QImage::Format_RGB32), x->grabRoot());
-
-    const QString second = shots + QStringLiteral("/second.png");
-    const auto screen = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
-                             QStringLiteral("-p"), second});
-    ASSERT_EQ(screen.exitCode, 0) << screen.err.toStdString();
-    EXPECT_EQ(QImage(second).convertToFormat(QImage::Format_RGB32), x->grabRoot(kSecond));
-
-    const auto raw = run({QStringLiteral("full"), QStringLiteral("--raw")});
-    ASSERT_EQ(raw.exitCode, 0) << raw.err.toStdString();
-    EXPECT_EQ(QImage::fromData(raw.raw, "PNG").convertToFormat(QImage::Format_RGB32),
-              x->grabRoot());
-    // Only the first command wrote into the folder besides second.png.
-    EXPECT_EQ(QDir(shots).entryList(QDir::Files).size(), 2);
-}
-
 TEST_F(ImageOutputE2e, AFolderThatCannotTakeThePictureIsToldOnTheBusAndThePictureKept)
 {
     serveNotifications();
@@ -323,16 +295,34 @@ TEST_F(ImageOutputE2e, TheCommandHandsThePictureToTheRunningInstanceAndRunsItsel
     bus->unregisterService(QStringLiteral("org.kelvo.Kelvo"));
 }
 
-TEST_F(ImageOutputE2e, TheRunningInstanceWritesTheSamePixelsAsTheCommandAlone)
+TEST_F(ImageOutputE2e, FullAndScreenHoldTheScreenPixelForPixelAloneAndThroughTheInstance)
 {
     SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
     SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
     ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
     ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
     const QString shots = desktop.path(QStringLiteral("shots"));
-    const auto alone =
-        run({QStringLiteral("full"), QStringLiteral("-p"), shots + QStringLiteral("/alone.png")});
+
+    // Without an instance the command takes the picture itself: the whole
+    // desktop into a named file in the folder, one monitor, and stdout.
+    const auto alone = run({QStringLiteral("full"), QStringLiteral("-p"), shots});
     ASSERT_EQ(alone.exitCode, 0) << alone.err.toStdString();
+    const QString alonePath = alone.out.trimmed();
+    EXPECT_TRUE(QFileInfo(alonePath).fileName().startsWith(QStringLiteral("Kelvo")));
+    EXPECT_EQ(QImage(alonePath).convertToFormat(QImage::Format_RGB32), x->grabRoot());
+    const auto aloneScreen =
+        run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
+             QStringLiteral("-p"), shots + QStringLiteral("/second-alone.png")});
+    ASSERT_EQ(aloneScreen.exitCode, 0) << aloneScreen.err.toStdString();
+    EXPECT_EQ(
+        QImage(shots + QStringLiteral("/second-alone.png")).convertToFormat(QImage::Format_RGB32),
+        x->grabRoot(kSecond));
+    const auto aloneRaw = run({QStringLiteral("full"), QStringLiteral("--raw")});
+    ASSERT_EQ(aloneRaw.exitCode, 0) << aloneRaw.err.toStdString();
+    EXPECT_EQ(QImage::fromData(aloneRaw.raw, "PNG").convertToFormat(QImage::Format_RGB32),
+              x->grabRoot());
+    // Only the first two wrote into the folder.
+    EXPECT_EQ(QDir(shots).entryList(QDir::Files).size(), 2);
 
     serveNotifications();
     KelvoProcess instance({}, env);
@@ -362,8 +352,7 @@ TEST_F(ImageOutputE2e, TheRunningInstanceWritesTheSamePixelsAsTheCommandAlone)
     const QString written = shots + QStringLiteral("/instance.png");
     EXPECT_EQ(reply.arguments().at(1).toByteArray(), written.toLocal8Bit() + '\n');
     const QImage fromInstance = QImage(written).convertToFormat(QImage::Format_RGB32);
-    EXPECT_EQ(fromInstance,
-              QImage(shots + QStringLiteral("/alone.png")).convertToFormat(QImage::Format_RGB32));
+    EXPECT_EQ(fromInstance, QImage(alonePath).convertToFormat(QImage::Format_RGB32));
     EXPECT_EQ(fromInstance, x->grabRoot());
 
     // Through the command: the monitor and stdout forms too.
