@@ -51,12 +51,6 @@ protected:
         return false;
     }
 
-    bool overlaysUp()
-    {
-        return x->overlaysOf(kelvo->pid()).size() == 2 && x->keyboardGrabbedByOther();
-    }
-    bool overlaysGone() { return x->overlaysOf(kelvo->pid()).empty(); }
-
     QVariantMap report;
 };
 
