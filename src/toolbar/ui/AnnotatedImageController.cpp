@@ -380,8 +380,11 @@ void AnnotatedImageController::resetCursor()
                           : nullptr;
     // Drawn for the overlay's screen, so that it is sharp there.
     const double ratio = window != nullptr ? window->devicePixelRatioF() : 1.0;
-    m_toolCursor = QCursor(QPixmap::fromImage(toolCursorImage(look, ratio)), kToolCursorHotSpot.x(),
-                           kToolCursorHotSpot.y());
+    // Qt's X11 cursors (Qt 6.4) take the hot spot in the pixmap's own
+    // pixels, not in points.
+    const QPoint hotSpot = (QPointF(kToolCursorHotSpot) * ratio).toPoint();
+    m_toolCursor =
+        QCursor(QPixmap::fromImage(toolCursorImage(look, ratio)), hotSpot.x(), hotSpot.y());
     if (window == nullptr)
         return;
     for (annotation::GKCropBorderView* border :
