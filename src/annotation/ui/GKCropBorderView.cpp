@@ -120,6 +120,8 @@ bool GKCropBorderView::hideHandleRect() const
 void GKCropBorderView::setToolCursor(const QCursor& cursor)
 {
     m_toolCursor = cursor;
+    if (m_role == overlay::PointerRole::ToolCrosshair)
+        setCursor(m_toolCursor);
 }
 
 void GKCropBorderView::setBorderColor(const QColor& color)

@@ -3,10 +3,12 @@
 // active ellipse and line with their handles, kept as pictures (record
 // with KELVO_UPDATE_GOLDENS=1 and look at each before keeping it).
 #include "annotation/render/StrokePainter.h"
+#include "annotation/ui/GKCropBorderView.h"
 #include "support/GoldenImage.h"
 #include "toolbar/logic/ToolCursor.h"
 
 #include <QPainter>
+#include <QPixmap>
 
 #include <gtest/gtest.h>
 
@@ -109,6 +111,67 @@ TEST(ToolCursorGolden, OneAndThreeDigitNumbersAtBothScales)
             EXPECT_TRUE(result.matches) << qPrintable(result.message);
         }
     }
+}
+
+// The crop border shows the tool's cursor where a chosen tool draws, and
+// the standard ones elsewhere; a cursor made again while the pointer is
+// over free space shows at once.
+TEST(ToolCursor, TheCropBorderShowsItWhereTheChosenToolDraws)
+{
+    QWidget overlay;
+    overlay.resize(400, 300);
+    annotation::GKCropBorderView border(&overlay);
+    bool toolSelected = true;
+    border.setContextProvider([&toolSelected] {
+        annotation::CropBorderContext context;
+        context.clipToolbarWindowOpened = true;
+        context.toolSelected = toolSelected;
+        return context;
+    });
+    border.setFrameInOverlay(QRectF(94, 44, 212, 112)); // a selection at (100, 50), 200 by 100
+    struct Shown
+    {
+        overlay::PointerRole role;
+        QCursor cursor;
+    };
+    std::vector<Shown> shown;
+    QObject::connect(&border, &annotation::GKCropBorderView::cursorChanged,
+                     [&](overlay::PointerRole role, Qt::CursorShape, const QCursor& cursor) {
+                         shown.push_back({role, cursor});
+                     });
+    const auto cursorOf = [](const ToolCursorLook& look) {
+        return QCursor(QPixmap::fromImage(toolCursorImage(look, 1)), 16, 16);
+    };
+    const QCursor blue = cursorOf({kBlue, 3});
+    border.setToolCursor(blue);
+
+    border.mouseMovedInOverlay(QPointF(200, 100)); // the body
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].role, overlay::PointerRole::ToolCrosshair);
+    EXPECT_EQ(shown[0].cursor.shape(), Qt::BitmapCursor);
+    EXPECT_EQ(shown[0].cursor.pixmap().cacheKey(), blue.pixmap().cacheKey());
+    EXPECT_EQ(shown[0].cursor.hotSpot(), QPoint(16, 16));
+
+    const QCursor red = cursorOf({Qt::red, 16});
+    border.setToolCursor(red);
+    EXPECT_EQ(border.cursor().pixmap().cacheKey(), red.pixmap().cacheKey());
+
+    border.mouseMovedInOverlay(QPointF(300, 150)); // the top-right handle
+    ASSERT_EQ(shown.size(), 2u);
+    EXPECT_EQ(shown[1].cursor.shape(), Qt::SizeBDiagCursor);
+    // Made again away from free space, it waits for the pointer's return.
+    border.setToolCursor(blue);
+    EXPECT_EQ(border.cursor().shape(), Qt::SizeBDiagCursor);
+    border.mouseMovedInOverlay(QPointF(200, 100));
+    ASSERT_EQ(shown.size(), 3u);
+    EXPECT_EQ(shown[2].cursor.pixmap().cacheKey(), blue.pixmap().cacheKey());
+
+    // Without a drawing tool the body moves the selection.
+    toolSelected = false;
+    border.mouseMovedInOverlay(QPointF(300, 150));
+    border.mouseMovedInOverlay(QPointF(200, 100));
+    ASSERT_EQ(shown.size(), 5u);
+    EXPECT_EQ(shown[4].cursor.shape(), Qt::OpenHandCursor);
 }
 
 // The active stroke of the two families the stroke layer's own goldens
