@@ -14,10 +14,12 @@
 #include "settings/Keys.h"
 #include "settings/PreferenceActions.h"
 #include "toolbar/logic/ButtonBox.h"
+#include "toolbar/logic/ToolCursor.h"
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/logic/ToolTraits.h"
 #include "toolbar/ui/ClipToolBar.h"
 
+#include <QPixmap>
 #include <QWidget>
 
 #include <algorithm>
@@ -92,6 +94,7 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     m_state.startScreenShot = false;
     resetButtonBox();
     unhiddenButton();
+    resetCursor();
 }
 
 void AnnotatedImageController::closeWindow()
@@ -252,6 +255,7 @@ void AnnotatedImageController::adjustColorAndSizeButton(int number)
 {
     m_toolBar.adjust(number);
     refreshBar();
+    resetCursor();
 }
 
 bool AnnotatedImageController::hasDrawingTool() const
@@ -356,14 +360,41 @@ void AnnotatedImageController::showCursor(annotation::CropCursor cursor)
     m_state.pointerRole = annotation::pointerRoleOf(cursor);
     // The overlay's filter takes the pointer events, so the cursor goes on
     // its window, as the crop border's does.
-    if (m_imageView != nullptr && m_imageView->parentWidget() != nullptr)
+    if (m_imageView == nullptr || m_imageView->parentWidget() == nullptr)
+        return;
+    if (cursor == annotation::CropCursor::ToolCrosshair)
+        m_imageView->window()->setCursor(m_toolCursor);
+    else
         m_imageView->window()->setCursor(annotation::GKCropBorderView::cursorShapeOf(cursor));
 }
 
 void AnnotatedImageController::resetCursor()
 {
+    const QString name = m_toolBar.selectFunction;
+    std::optional<ActiveStrokeLook> active;
+    if (m_strokes.dicOfCurrentStroke)
+        active = ActiveStrokeLook{m_strokes.dicOfCurrentStroke->color,
+                                  m_strokes.dicOfCurrentStroke->size};
+    const ToolCursorLook look =
+        toolCursorLook(name, active, m_dataOfUsers.color(name), m_dataOfUsers.size(name));
+    QWidget* window = m_imageView != nullptr && m_imageView->parentWidget() != nullptr
+                          ? m_imageView->window()
+                          : nullptr;
+    // Drawn for the overlay's screen, so that it is sharp there.
+    const double ratio = window != nullptr ? window->devicePixelRatioF() : 1.0;
+    // Qt's X11 cursors (Qt 6.4) take the hot spot in the pixmap's own
+    // pixels, not in points.
+    const QPoint hotSpot = (QPointF(kToolCursorHotSpot) * ratio).toPoint();
+    m_toolCursor =
+        QCursor(QPixmap::fromImage(toolCursorImage(look, ratio)), hotSpot.x(), hotSpot.y());
+    if (window == nullptr)
+        return;
+    for (annotation::GKCropBorderView* border :
+         window->findChildren<annotation::GKCropBorderView*>())
+        border->setToolCursor(m_toolCursor);
+    // The pointer over free space shows the new cursor at once.
     if (m_state.pointerRole == overlay::PointerRole::ToolCrosshair)
-        showCursor(annotation::CropCursor::ToolCrosshair);
+        window->setCursor(m_toolCursor);
 }
 
 void AnnotatedImageController::pointerMoved(QPointF location)

@@ -10,6 +10,7 @@
 #include "toolbar/ui/ClipToolBar.h"
 #include "toolbar/ui/ToolBarController.h"
 
+#include <QCursor>
 #include <QImage>
 #include <QObject>
 #include <QPointer>
@@ -153,6 +154,7 @@ private:
     annotation::StrokeInput m_input{m_strokes};
     annotation::StrokeHandleTracker m_handles;
     QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
+    QCursor m_toolCursor{Qt::CrossCursor};                // the tool's own, see resetCursor()
     // The bar, made at the first opening: on the overlay while open.
     std::unique_ptr<ToolBarController> m_bar;
     std::function<QRectF()> m_selection;
