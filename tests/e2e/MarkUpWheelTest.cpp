@@ -52,6 +52,23 @@ protected:
             x->click(button);
         barrier();
     }
+
+    // The rectangle drawn from `box`'s corners, seen on the overlay. Twice
+    // the fixture's moves, so that a few merged on the way still leave a
+    // drag long enough to draw.
+    void drawBox(const QRect& box)
+    {
+        drag(onScreen(box.topLeft()), onScreen(box.bottomRight()), 24);
+        const QPoint edge = onScreen(QPoint(box.left(), box.top() + box.height() / 4));
+        EXPECT_TRUE(waitFor([&] { return isRed(x->pixel(edge.x(), edge.y())); }))
+            << "no rectangle on the overlay";
+    }
+
+    // The overlay's red pixels across `box`'s left edge.
+    int edgeWidthOnScreen(const QRect& box)
+    {
+        return edgeWidth(x->grabRoot(kRegion).convertToFormat(QImage::Format_RGB32), box);
+    }
 };
 
 TEST_F(MarkUpWheel, NotchesOverThePictureWidenTheToolAndItsActiveStrokeButNotWithoutATool)
@@ -63,9 +80,11 @@ TEST_F(MarkUpWheel, NotchesOverThePictureWidenTheToolAndItsActiveStrokeButNotWit
     // notches up over the picture inside it, off its edge: 6 points.
     selectRegion();
     chooseTool("1", "square");
-    strokeIn(kBox.topLeft(), kBox.bottomRight());
+    drawBox(kBox);
     glideTo(kBox.center());
     notches(kWheelUp, 3);
+    EXPECT_TRUE(waitFor([&] { return edgeWidthOnScreen(kBox) == 6; }))
+        << "the overlay's edge stays " << edgeWidthOnScreen(kBox) << " wide";
     const QImage wider = copyAndRead({});
     ASSERT_EQ(wider.size(), kRegion.size());
     EXPECT_EQ(edgeWidth(wider), 6);
@@ -79,7 +98,7 @@ TEST_F(MarkUpWheel, NotchesOverThePictureWidenTheToolAndItsActiveStrokeButNotWit
     notches(kWheelUp, 3);
     notches(kWheelDown, 1);
     chooseTool("1", "square");
-    strokeIn(other.topLeft(), other.bottomRight());
+    drawBox(other);
     const QImage again = copyAndRead(last);
     EXPECT_EQ(edgeWidth(again, other), 6);
     EXPECT_EQ(changedAwayFrom(again, screen, other, kStrokeBand + 2), 0);
@@ -90,7 +109,7 @@ TEST_F(MarkUpWheel, NotchesOverTheActiveStrokeFadeItUnderABoxThatShowsItsOpacity
     startKelvoWith(kPlain);
     selectRegion();
     chooseTool("1", "square");
-    strokeIn(kBox.topLeft(), kBox.bottomRight());
+    drawBox(kBox);
     // The open hand over the rectangle's left edge, away from its handles.
     const QPoint edge(kBox.left(), kBox.top() + kBox.height() / 4);
     glideTo(edge);
