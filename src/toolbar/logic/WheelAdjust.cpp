@@ -18,6 +18,19 @@ bool isTextTool(const QString& tool)
 
 } // namespace
 
+WheelTick wheelTickOf(const overlay::ClipWheelEvent& event, bool gestureGoesOn)
+{
+    WheelTick tick;
+    tick.inGesture = event.phase != Qt::NoScrollPhase || !event.pixelDelta.isNull();
+    tick.gestureBegan = event.phase == Qt::ScrollBegin ||
+                        (tick.inGesture && event.phase == Qt::NoScrollPhase && !gestureGoesOn);
+    // A touch pad's distance when it gives one; a wheel's angle otherwise.
+    const QPointF delta = event.pixelDelta.isNull() ? event.angleDelta : event.pixelDelta;
+    tick.deltaX = delta.x();
+    tick.deltaY = delta.y();
+    return tick;
+}
+
 WheelOutcome WheelAdjust::scrollWheel(const WheelTick& tick, const WheelScene& scene)
 {
     WheelOutcome outcome;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "overlay/logic/AnnotationInput.h"
 #include "overlay/logic/PointerRole.h"
 
 #include <QString>
@@ -20,6 +21,11 @@ struct WheelTick
     bool inGesture = false;
     bool gestureBegan = false; // the first tick of a new gesture
 };
+
+// The tick of a wheel event. `gestureGoesOn`: a tick came less than the
+// gesture's 0.1 s ago. A touch pad that reports no phases (X11 gives its
+// ticks none) begins a new gesture after such a pause.
+[[nodiscard]] WheelTick wheelTickOf(const overlay::ClipWheelEvent& event, bool gestureGoesOn);
 
 // What the wheel is over at the tick, asked of the mark-up.
 struct WheelScene

@@ -567,15 +567,8 @@ void AnnotatedImageController::scrollWheel(const overlay::ClipWheelEvent& event)
 {
     if (!m_state.clipToolbarWindowOpened)
         return;
-    WheelTick tick;
-    tick.inGesture = event.phase != Qt::NoScrollPhase || !event.pixelDelta.isNull();
-    tick.gestureBegan = event.phase == Qt::ScrollBegin;
-    // A touch pad's distance when it gives one; a wheel's angle otherwise.
-    const QPointF delta =
-        tick.inGesture && !event.pixelDelta.isNull() ? event.pixelDelta : event.angleDelta;
-    tick.deltaX = delta.x();
-    tick.deltaY = delta.y();
-    const WheelOutcome outcome = m_wheel.scrollWheel(tick, wheelScene(event.location));
+    const WheelOutcome outcome =
+        m_wheel.scrollWheel(wheelTickOf(event, scrollAccepted), wheelScene(event.location));
     if (!outcome.accepted)
         return;
     // The gesture goes on until no tick has come for 0.1 s.

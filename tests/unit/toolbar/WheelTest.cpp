@@ -267,6 +267,46 @@ TEST(WheelAdjust, aTouchPadGestureKeepsTheDirectionItStartedIn)
     EXPECT_EQ(wheel.scrollWheel(notch(kUp), scene).size, 11);
 }
 
+TEST(WheelAdjust, qtsWheelEventsTellANotchedWheelFromATouchPadsGesture)
+{
+    // A notch: the angle alone, no phase.
+    overlay::ClipWheelEvent event;
+    event.angleDelta = QPointF(0, -120);
+    WheelTick tick = wheelTickOf(event, false);
+    EXPECT_FALSE(tick.inGesture);
+    EXPECT_FALSE(tick.gestureBegan);
+    EXPECT_EQ(tick.deltaY, -120);
+
+    // A touch pad with phases: its distance, and a new gesture only at the
+    // begin phase; momentum goes on with the gesture.
+    event.pixelDelta = QPointF(3, 0);
+    event.angleDelta = QPointF(24, 0);
+    event.phase = Qt::ScrollBegin;
+    tick = wheelTickOf(event, true);
+    EXPECT_TRUE(tick.inGesture);
+    EXPECT_TRUE(tick.gestureBegan);
+    EXPECT_EQ(tick.deltaX, 3);
+    EXPECT_EQ(tick.deltaY, 0);
+    for (Qt::ScrollPhase phase : {Qt::ScrollUpdate, Qt::ScrollMomentum, Qt::ScrollEnd}) {
+        event.phase = phase;
+        tick = wheelTickOf(event, false);
+        EXPECT_TRUE(tick.inGesture) << phase;
+        EXPECT_FALSE(tick.gestureBegan) << phase;
+    }
+
+    // A touch pad without phases: a pause as long as the gesture's timer
+    // begins the next gesture, so a sideways start does not hold for good.
+    event.phase = Qt::NoScrollPhase;
+    EXPECT_FALSE(wheelTickOf(event, true).gestureBegan);
+    EXPECT_TRUE(wheelTickOf(event, false).gestureBegan);
+    WheelAdjust wheel;
+    const WheelScene scene = freeSpace(QStringLiteral("square"), 10);
+    EXPECT_EQ(wheel.scrollWheel(wheelTickOf(event, false), scene).change, WheelChange::None);
+    event.pixelDelta = QPointF(0, 4);
+    EXPECT_EQ(wheel.scrollWheel(wheelTickOf(event, true), scene).change, WheelChange::None);
+    EXPECT_EQ(wheel.scrollWheel(wheelTickOf(event, false), scene).size, 11);
+}
+
 TEST(WheelHistory, aWheelChangeReplacesTheActiveStrokesSnapshotAndWithoutOneLeavesAnEmptyStep)
 {
     annotation::StrokeState state;
