@@ -7,6 +7,7 @@
 #include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/logic/ToolBarState.h"
+#include "toolbar/logic/WheelAdjust.h"
 #include "toolbar/ui/ClipToolBar.h"
 #include "toolbar/ui/ToolBarController.h"
 
@@ -37,6 +38,7 @@ class Defaults;
 
 namespace toolbar {
 
+class ColorAlphaBox;
 struct ToolEntry;
 
 // The annotation window of a capture, one for the process: it lies over
@@ -101,6 +103,14 @@ public:
     void deleteCurrentStroke() override;
     void copyToPaste() override { copyToPasteButtonClick(); }
 
+    // The wheel over the picture: the tool's size, a note's number or the
+    // active stroke's opacity.
+    void scrollWheel(const overlay::ClipWheelEvent& event) override;
+    // A tick reached the mark-up less than 0.1 s ago: its gesture goes on.
+    [[nodiscard]] bool scrollAcceptedInAnnotatedWindow() const { return scrollAccepted; }
+    // The overlay the window is open on, or none.
+    [[nodiscard]] QWidget* openOverlay() const;
+
     // Whether the bar, its settings box or a tip of it is shown and under
     // the global point.
     [[nodiscard]] bool barContains(QPoint global) const;
@@ -144,6 +154,15 @@ private:
     void refreshBar();
     [[nodiscard]] bool canUndo() const;
 
+    // The wheel.
+    [[nodiscard]] WheelScene wheelScene(QPointF location) const;
+    void applyWheelSize(int size);
+    void applyWheelTextSize(int size);
+    void leftAndRightScrollWheel(const WheelOutcome& outcome);
+    void openColorAlphaBox(QPointF location, const QString& percent);
+    void hideColorAlphaBox();
+    void scrollFinished() { scrollAccepted = false; }
+
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
     core::MessageBus& m_bus;
@@ -162,6 +181,12 @@ private:
     // A preference written here, so its change notice is our own echo.
     bool adjustByApp = false;
     bool userCanceled = false;
+
+    // The wheel's state.
+    WheelAdjust m_wheel;
+    bool scrollAccepted = false; // scrollAcceptedInAnnotatedWindow
+    unsigned timerScroll = 0;    // the newest tick's timer; older ones find it moved on
+    QPointer<ColorAlphaBox> m_boxOfColorAlpha; // on the overlay once it has opened
 };
 
 } // namespace toolbar
