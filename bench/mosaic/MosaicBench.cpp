@@ -41,11 +41,15 @@ void patchDuringADragAt4k(benchmark::State& bench)
     const FilteredCopies copies(workImageOf(screen, 1.0));
     QImage overlay(3840, 2160, QImage::Format_ARGB32_Premultiplied);
     const QRectF patch(600, 400, 1600, 900);
+    // A block patch and a blur patch, one after the other, as a drag
+    // repaints them.
     for (auto _ : bench) {
-        const QImage cut =
-            cutPatch(*copies.forStroke(6, true), patchSourceRect(patch, 6, 2160, true));
-        QPainter p(&overlay);
-        p.drawImage(patch, cut);
+        for (const bool blocks : {true, false}) {
+            const QImage cut = copies.patch(6, blocks, patchSourceRect(patch, 6, 2160, blocks));
+            QPainter p(&overlay);
+            p.setRenderHint(QPainter::SmoothPixmapTransform, !blocks);
+            p.drawImage(patch, cut);
+        }
     }
 }
 BENCHMARK(patchDuringADragAt4k)->Unit(benchmark::kMillisecond);

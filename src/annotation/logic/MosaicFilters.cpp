@@ -138,6 +138,15 @@ QImage shrink(const QImage& src, int k)
     return out;
 }
 
+// A rectangle grown to the whole pixels it touches.
+QRect wholePixelsOf(const QRectF& r)
+{
+    return QRect(
+        QPoint(static_cast<int>(std::floor(r.left())), static_cast<int>(std::floor(r.top()))),
+        QPoint(static_cast<int>(std::ceil(r.right())) - 1,
+               static_cast<int>(std::ceil(r.bottom())) - 1));
+}
+
 QImage asWorkFormat(const QImage& image)
 {
     return image.format() == QImage::Format_ARGB32_Premultiplied
@@ -158,30 +167,51 @@ QImage workImageOf(const QImage& screen, double devicePixelRatio)
     return work;
 }
 
-QImage blockMosaic(const QImage& work, int level)
+QImage blockCorners(const QImage& work, int level)
 {
-    QImage out = asWorkFormat(work).copy();
-    if (level <= 1 || out.isNull())
-        return out;
-    const int w = out.width();
-    const int h = out.height();
-    const auto rowBytes = static_cast<std::size_t>(w - 1) * 4;
-    for (int y = 0; y < h - 1; ++y) {
-        auto* line = reinterpret_cast<std::uint32_t*>(out.scanLine(y));
-        if (y % level != 0) {
-            // The row above is already done: copy it.
-            std::memcpy(line, out.constScanLine(y - 1), rowBytes);
-            continue;
-        }
-        std::uint32_t cur = 0;
-        for (int x = 0; x < w - 1; ++x) {
-            if (x % level == 0)
-                cur = line[x];
-            else
-                line[x] = cur;
-        }
+    const QImage source = asWorkFormat(work);
+    if (level <= 1 || source.isNull())
+        return source;
+    // The last row and column are no block's: they stay as they are.
+    const int w = source.width() - 1;
+    const int h = source.height() - 1;
+    QImage corners(std::max(1, (w + level - 1) / level), std::max(1, (h + level - 1) / level),
+                   source.format());
+    for (int by = 0; by < corners.height(); ++by) {
+        const auto* in = reinterpret_cast<const std::uint32_t*>(
+            source.constScanLine(std::min(by * level, source.height() - 1)));
+        auto* out = reinterpret_cast<std::uint32_t*>(corners.scanLine(by));
+        for (int bx = 0; bx < corners.width(); ++bx)
+            out[bx] = in[std::min(bx * level, source.width() - 1)];
+    }
+    return corners;
+}
+
+QImage layOutBlocks(const QImage& work, const QImage& corners, int level, const QRect& area)
+{
+    const QImage source = asWorkFormat(work);
+    const QRect inside = area.intersected(source.rect());
+    if (inside.isEmpty())
+        return {};
+    if (level <= 1)
+        return source.copy(inside);
+    QImage out(inside.size(), source.format());
+    const int lastX = source.width() - 1;
+    const int lastY = source.height() - 1;
+    for (int y = inside.top(); y <= inside.bottom(); ++y) {
+        const auto* own = reinterpret_cast<const std::uint32_t*>(source.constScanLine(y));
+        const auto* blocks = reinterpret_cast<const std::uint32_t*>(
+            corners.constScanLine(std::min(y / level, corners.height() - 1)));
+        auto* line = reinterpret_cast<std::uint32_t*>(out.scanLine(y - inside.top()));
+        for (int x = inside.left(); x <= inside.right(); ++x)
+            line[x - inside.left()] = x == lastX || y == lastY ? own[x] : blocks[x / level];
     }
     return out;
+}
+
+QImage blockMosaic(const QImage& work, int level)
+{
+    return layOutBlocks(work, blockCorners(work, level), level, work.rect());
 }
 
 QImage gaussianBlured(const QImage& work, double radius)
@@ -216,12 +246,12 @@ int blurShrink(double radius)
 }
 
 FilteredCopies::FilteredCopies(const QImage& work)
-    : m_workSize(work.size())
+    : m_work(asWorkFormat(work))
 {
-    if (work.isNull())
+    if (m_work.isNull())
         return;
     // The halvings the larger blurs start from, each from the one before.
-    std::vector<QImage> halvings{asWorkFormat(work)};
+    std::vector<QImage> halvings{m_work};
     for (int k = 2; k <= blurShrink(blurRadius(kLevels - 1)); k *= 2)
         halvings.push_back(shrink(halvings.back(), 2));
     const auto halvingFor = [&](int k) -> const QImage& {
@@ -239,7 +269,7 @@ FilteredCopies::FilteredCopies(const QImage& work)
             const int index = (n + kLevels) % (2 * kLevels);
             QImage& image = images[static_cast<std::size_t>(index)];
             if (index < kLevels) {
-                image = blockMosaic(work, index + 1);
+                image = blockCorners(m_work, index + 1);
             } else {
                 const double radius = blurRadius(index - kLevels);
                 const int k = blurShrink(radius);
@@ -259,24 +289,27 @@ FilteredCopies::FilteredCopies(const QImage& work)
     m_images = std::move(images);
 }
 
-const QImage* FilteredCopies::forStroke(int size, bool selectedMosaic) const
+int FilteredCopies::indexFor(int size, bool selectedMosaic) const
 {
     if (!ready() || size < 1 || size > kLevels)
-        return nullptr;
-    return &m_images[static_cast<std::size_t>(selectedMosaic ? size - 1 : size + kLevels - 1)];
+        return -1;
+    return selectedMosaic ? size - 1 : size + kLevels - 1;
 }
 
 QImage FilteredCopies::patch(int size, bool selectedMosaic, const QRectF& source) const
 {
-    const QImage* copy = forStroke(size, selectedMosaic);
-    if (copy == nullptr)
+    const int index = indexFor(size, selectedMosaic);
+    if (index < 0)
         return {};
+    const QImage& copy = kept(index);
+    if (index < kLevels)
+        return layOutBlocks(m_work, copy, index + 1, wholePixelsOf(source));
     // A shrunken blur is cut at its own scale; the patch is stretched to its
     // place when painted, like every patch.
-    const double sx = static_cast<double>(copy->width()) / m_workSize.width();
-    const double sy = static_cast<double>(copy->height()) / m_workSize.height();
+    const double sx = static_cast<double>(copy.width()) / m_work.width();
+    const double sy = static_cast<double>(copy.height()) / m_work.height();
     return cutPatch(
-        *copy, QRectF(source.x() * sx, source.y() * sy, source.width() * sx, source.height() * sy));
+        copy, QRectF(source.x() * sx, source.y() * sy, source.width() * sx, source.height() * sy));
 }
 
 QRectF patchSourceRect(const QRectF& rect, int size, double screenHeight, bool selectedMosaic)
@@ -292,11 +325,7 @@ QRectF patchSourceRect(const QRectF& rect, int size, double screenHeight, bool s
 
 QImage cutPatch(const QImage& copy, const QRectF& source)
 {
-    const QRect whole(QPoint(static_cast<int>(std::floor(source.left())),
-                             static_cast<int>(std::floor(source.top()))),
-                      QPoint(static_cast<int>(std::ceil(source.right())) - 1,
-                             static_cast<int>(std::ceil(source.bottom())) - 1));
-    const QRect inside = whole.intersected(copy.rect());
+    const QRect inside = wholePixelsOf(source).intersected(copy.rect());
     if (inside.isEmpty())
         return {};
     return copy.copy(inside);

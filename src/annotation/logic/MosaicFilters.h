@@ -22,6 +22,12 @@ inline constexpr int kLevels = 10;
 // averaging; the last row and the last column stay as they are. Level 1
 // (and below) changes nothing.
 [[nodiscard]] QImage blockMosaic(const QImage& work, int level);
+// The same kept small: one pixel per block, the block's top-left pixel.
+[[nodiscard]] QImage blockCorners(const QImage& work, int level);
+// The part `area` (whole work-image pixels) of the block mosaic that
+// `corners` keeps, laid out at full size.
+[[nodiscard]] QImage layOutBlocks(const QImage& work, const QImage& corners, int level,
+                                  const QRect& area);
 
 // A Gaussian blur of standard deviation `radius` pixels, cropped to the
 // image (the edge pixels stand in for what lies beyond). Radius 0 is the
@@ -36,10 +42,11 @@ inline constexpr int kLevels = 10;
 
 // The twenty copies: 0 to 9 the block mosaics of level 1 to 10, 10 to 19
 // the blurs. Made on as many threads as the machine has; all or nothing.
-// A blur of radius r is kept at 1/k of the work image's size, k the
-// largest power of two that leaves r / k at least 1.5, and blurred there
-// by r / k: a blur has no detail that the smaller copy loses, and the
-// larger radii cost less than the small.
+// A block mosaic is kept as one pixel per block and its blocks are laid
+// out again only where a patch is cut. A blur of radius r is kept at 1/k
+// of the work image's size, k the largest power of two that leaves r / k
+// at least 1.5, and blurred there by r / k: a blur has no detail that the
+// smaller copy loses, and the larger radii cost less than the small.
 class FilteredCopies
 {
 public:
@@ -47,10 +54,12 @@ public:
     explicit FilteredCopies(const QImage& work);
 
     [[nodiscard]] bool ready() const { return m_images.size() == 2 * kLevels; }
-    // The copy a stroke of `size` cuts from: the mosaic of that level, or
-    // the blur; none for a size outside 1 to 10 or before the copies exist.
-    [[nodiscard]] const QImage* forStroke(int size, bool selectedMosaic) const;
-    [[nodiscard]] const QImage& at(int index) const
+    // The copy a stroke of `size` cuts from (0 to 19): the mosaic of that
+    // level, or the blur; -1 for a size outside 1 to 10 or before the
+    // copies exist.
+    [[nodiscard]] int indexFor(int size, bool selectedMosaic) const;
+    // A copy as it is kept (a mosaic one pixel per block).
+    [[nodiscard]] const QImage& kept(int index) const
     {
         return m_images.at(static_cast<std::size_t>(index));
     }
@@ -59,7 +68,7 @@ public:
     [[nodiscard]] QImage patch(int size, bool selectedMosaic, const QRectF& source) const;
 
 private:
-    QSize m_workSize;
+    QImage m_work;
     std::vector<QImage> m_images;
 };
 

@@ -64,32 +64,37 @@ TEST(MosaicFilters, TheBlurKeepsAFlatColourAndSpreadsAPointAsItsRadiusSays)
     }
 }
 
-TEST(MosaicFilters, TheTwentyCopiesAreChosenBySizeAndOption)
+TEST(MosaicFilters, TheTwentyCopiesAreChosenBySizeAndOptionAndKeptSmall)
 {
     const QImage work = numbered(32, 20);
     const FilteredCopies copies(work);
     ASSERT_TRUE(copies.ready());
-    EXPECT_EQ(copies.forStroke(3, true), &copies.at(2));
-    EXPECT_EQ(copies.forStroke(3, false), &copies.at(12));
-    EXPECT_EQ(copies.forStroke(10, false), &copies.at(19));
-    EXPECT_EQ(copies.forStroke(0, true), nullptr);
-    EXPECT_EQ(copies.forStroke(11, true), nullptr);
-    EXPECT_EQ(copies.at(4), blockMosaic(work, 5));
+    EXPECT_EQ(copies.indexFor(3, true), 2);
+    EXPECT_EQ(copies.indexFor(3, false), 12);
+    EXPECT_EQ(copies.indexFor(10, false), 19);
+    EXPECT_EQ(copies.indexFor(0, true), -1);
+    EXPECT_EQ(copies.indexFor(11, true), -1);
+    EXPECT_EQ(FilteredCopies().indexFor(3, true), -1);
+    EXPECT_FALSE(FilteredCopies(QImage()).ready());
+
+    const QRectF whole(work.rect());
+    EXPECT_EQ(copies.patch(5, true, whole), blockMosaic(work, 5));
+    EXPECT_EQ(copies.patch(6, true, QRectF(5, 5, 10, 5)),
+              blockMosaic(work, 6).copy(QRect(5, 5, 10, 5)));
+    // A mosaic is kept one pixel per block of all but the last row and
+    // column.
+    EXPECT_EQ(copies.kept(4).size(), QSize(7, 4));
     // Size 1 is the work image itself, either way.
-    EXPECT_EQ(copies.at(0), work);
-    EXPECT_EQ(copies.at(10), work);
-    EXPECT_EQ(copies.at(11), gaussianBlured(work, 1.5));
+    EXPECT_EQ(copies.patch(1, true, whole), work);
+    EXPECT_EQ(copies.patch(1, false, whole), work);
+    EXPECT_EQ(copies.patch(2, false, whole), gaussianBlured(work, 1.5));
     // Larger radii are kept smaller (7.5 at a quarter), and their patches
     // cut at that scale.
-    EXPECT_EQ(copies.at(15).size(), QSize(8, 5));
-    EXPECT_EQ(copies.at(19).size(), QSize(4, 3));
+    EXPECT_EQ(copies.kept(15).size(), QSize(8, 5));
+    EXPECT_EQ(copies.kept(19).size(), QSize(4, 3));
     const QImage patch = copies.patch(6, false, QRectF(4, 8, 8, 4));
     EXPECT_EQ(patch.size(), QSize(2, 1));
-    EXPECT_EQ(patch.pixel(0, 0), copies.at(15).pixel(1, 2));
-    EXPECT_EQ(copies.patch(6, true, QRectF(5, 5, 10, 5)),
-              cutPatch(copies.at(5), QRectF(5, 5, 10, 5)));
-    EXPECT_FALSE(FilteredCopies(QImage()).ready());
-    EXPECT_EQ(FilteredCopies().forStroke(3, true), nullptr);
+    EXPECT_EQ(patch.pixel(0, 0), copies.kept(15).pixel(1, 2));
 }
 
 TEST(MosaicFilters, APatchIsCutFromUnderItHalvedAndFlippedAndAMosaicsFromItsGrid)
