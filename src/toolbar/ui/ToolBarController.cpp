@@ -6,7 +6,6 @@
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/Startup.h"
-#include "toolbar/logic/DataOfUsers.h"
 
 namespace toolbar {
 
@@ -68,13 +67,10 @@ void ToolBarController::place(const QRectF& selection)
     m_hover.closeTipAtOnce();
 }
 
-void ToolBarController::refresh(bool canUndo, const DataOfUsers& data)
+void ToolBarController::refresh(bool canUndo, const BoxSettings& box)
 {
     m_view->showLooks(m_state, canUndo);
-    const QString name = m_state.selectFunction;
-    const QVariant user = m_defaults.objectForKey(QStringLiteral("userColor"));
-    m_view->colorBox()->showTool(name, data.size(name), data.color(name),
-                                 user.isValid() ? QColor(user.toString()) : QColor());
+    m_view->colorBox()->showTool(m_state.selectFunction, box);
     m_view->place(m_state, m_shown);
 }
 
