@@ -21,6 +21,12 @@ ToolBarController::ToolBarController(ToolBarState& state, settings::Defaults& de
     , m_hover(state, clock, *m_view)
     , m_mover(state, clock, [this] { m_view->place(m_state, m_shown); })
 {
+    m_hover.setColorTipTimes(
+        [this] { return static_cast<int>(m_defaults.integerForKey(keys::tipTimes)); },
+        [this](int times) {
+            m_defaults.setInteger(keys::tipTimes, times);
+            m_defaults.synchronize();
+        });
     connect(m_view.get(), &ToolBarView::clicked, this, &ToolBarController::clicked);
     connect(m_view.get(), &ToolBarView::pointerMoved, this, &ToolBarController::hoverMoved);
     connect(m_view.get(), &ToolBarView::shortcutChosen, this,
