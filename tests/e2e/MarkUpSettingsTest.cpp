@@ -141,3 +141,40 @@ TEST_F(MarkUpSettings, ASwatchRecoloursTheActiveRectangleAsAnUndoStepAndTheLarge
     EXPECT_EQ(runOf(wide, row, box.left() - 12, kSwatch3), 16);
     EXPECT_EQ(runOf(wide, row, box.right() - 12, kSwatch3), 16);
 }
+
+TEST_F(MarkUpSettings, TheOwnColoursPanelStandsAboveTheOverlayAndTakesTheKeysOnlyUnderThePointer)
+{
+    startKelvoWith(kPlain);
+    selectRegion();
+    chooseTool("1", "square");
+    const QRectF colorBox =
+        toolbar::placeColorBoxInOverlay(u"square", QRectF(kRegion), QSizeF(kPrimary.size()));
+    // The panel opens right of the box, its top with the box's.
+    const QPoint inPanel = (colorBox.topRight() + QPointF(40, 30)).toPoint();
+    const QColor before = x->pixel(inPanel.x(), inPanel.y());
+
+    x->movePointer(int(colorBox.x() + toolbar::swatchFrame(6).center().x()),
+                   int(colorBox.y() + toolbar::swatchFrame(6).center().y()));
+    barrier();
+    x->click(3);
+    ASSERT_TRUE(waitFor([&] { return x->pixel(inPanel.x(), inPanel.y()) != before; }))
+        << "no panel over the overlay";
+    EXPECT_FALSE(overlaysGone()) << "the right click ended the capture";
+    EXPECT_TRUE(x->keyboardGrabbedByOther());
+
+    // Over the panel Escape closes the panel, not the capture.
+    x->movePointer(inPanel.x(), inPanel.y());
+    barrier();
+    x->movePointer(inPanel.x() + 1, inPanel.y());
+    barrier();
+    typeKey("Escape");
+    EXPECT_TRUE(waitFor([&] { return x->pixel(inPanel.x(), inPanel.y()) == before; }))
+        << "the panel stayed";
+    EXPECT_FALSE(waitFor([&] { return overlaysGone(); }, 1s)) << "Escape ended the capture";
+
+    // Back over the overlay the keys are the capture's again.
+    x->movePointer(kRegion.center().x(), kRegion.center().y());
+    barrier();
+    const QImage copied = copyAndRead({});
+    EXPECT_EQ(copied.size(), kRegion.size());
+}
