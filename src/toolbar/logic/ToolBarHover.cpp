@@ -163,6 +163,11 @@ void ToolBarHover::closeTipAtOnce()
 {
     ++m_moveTimer;
     m_moveTimerPending = false;
+    if (m_colorTipShown) {
+        m_boxes.hideTip(kColorTipSlot);
+        m_colorTipShown = false;
+        m_state.boxColorTipsOpening = false;
+    }
     if (!m_state.tipsBoxIsOpening)
         return;
     m_boxes.hideTip(m_openedSlot);

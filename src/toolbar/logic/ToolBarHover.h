@@ -76,8 +76,8 @@ public:
     void popupTipsOfColorBox();
     // Closes the open tips with a fade.
     void disableTips();
-    // A click on a button: no tip is waiting any more, and the open one
-    // goes at once.
+    // A click on a button, or the bar hidden: no tip is waiting any more,
+    // and the open ones go at once.
     void closeTipAtOnce();
     // The window closes: every timer stops, every tip goes.
     void stop();

@@ -451,6 +451,15 @@ TEST_F(Hover, theSettingsBoxTipOpensAtItsRightEndOnARestSixTimesInAllAndGoesWith
     clock.advance(500ms);
     EXPECT_EQ(tips.opens, opens);
     EXPECT_EQ(times, 6);
+
+    // A hidden bar takes the tip with it at once.
+    times = 0;
+    rest(inBox);
+    clock.advance(500ms);
+    ASSERT_EQ(tips.shown, kColorTipSlot);
+    hover.closeTipAtOnce();
+    EXPECT_EQ(tips.shown, -1);
+    EXPECT_FALSE(state.boxColorTipsOpening);
 }
 
 TEST(ToolBarMover, aControlTapMovesABarInsideTheSelectionOffTheScreenAndBack)
