@@ -258,11 +258,12 @@ void AnnotatedImageController::adjustColorAndSizeButton(int number)
     m_toolBar.adjust(number);
     // The box shows the active stroke's colour and size, else the tool's.
     refreshBar();
-    if (number != annotation::stroketype::Text && number != annotation::stroketype::Note) {
-        m_bus.post(core::Message::DisableTextView);
-        if (m_imageView != nullptr)
-            m_imageView->update();
-    }
+    // Another tool ends the text being typed; until text views exist there
+    // is none, and a message posted here would hold back the keys and the
+    // drag that follow a tool's key.
+    if (number != annotation::stroketype::Text && number != annotation::stroketype::Note &&
+        m_imageView != nullptr)
+        m_imageView->update();
     resetCursor();
 }
 
