@@ -199,6 +199,11 @@ const BoxCase kBoxCases[] = {
     {"note", 24, true},   {"highlight", 40, false},
 };
 
+void PrintTo(const BoxCase& c, std::ostream* os)
+{
+    *os << c.tool << " at " << c.size << (c.ownColour ? " with an own colour" : "");
+}
+
 class ColorBoxGolden : public ::testing::TestWithParam<BoxCase>
 {};
 
