@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the pointer costs over a heavily marked capture: 500 strokes of
 // every drawn kind, a press that finds nothing (the whole history walked),
-// the hover's test, and the painted-pixels test every pointer move runs.
-// Each should stay well under a millisecond.
+// the hover's test, and the painted-pixels test every pointer move runs;
+// and the rebuild of the tool's cursor that every wheel tick makes. Each
+// should stay well under a millisecond.
 #include "annotation/logic/StrokeCoverage.h"
 #include "annotation/logic/StrokeHitTest.h"
+#include "toolbar/logic/ToolCursor.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPixmap>
 
 #include <benchmark/benchmark.h>
 
@@ -79,6 +85,34 @@ void paintedPixelsUnderAMove(benchmark::State& bench)
 }
 BENCHMARK(paintedPixelsUnderAMove)->Unit(benchmark::kMicrosecond);
 
+// The look, the picture and the cursor made of it, at `scale` pixels per
+// point; the size changes every time, as it does under the wheel.
+void toolCursorRebuild(benchmark::State& bench)
+{
+    const double scale = static_cast<double>(bench.range(0));
+    int size = 1;
+    for (auto _ : bench) {
+        size = size % 120 + 1;
+        const toolbar::ToolCursorLook look =
+            toolbar::toolCursorLook(u"square", std::nullopt, QColor(20, 90, 230), size);
+        const QCursor cursor(QPixmap::fromImage(toolbar::toolCursorImage(look, scale)),
+                             toolbar::kToolCursorHotSpot.x(), toolbar::kToolCursorHotSpot.y());
+        benchmark::DoNotOptimize(cursor.pixmap().cacheKey());
+    }
+}
+BENCHMARK(toolCursorRebuild)->Arg(1)->Arg(2)->Unit(benchmark::kMicrosecond);
+
 } // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv)
+{
+    // Fonts and pixmaps need a GUI application; no display is needed.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -76,10 +76,62 @@ protected:
 
 } // namespace
 
-TEST_F(BadInput, WrongCallsOnTheBusAreAnsweredWithAReasonAndKelvoGoesOn)
+// One desktop for every wrong input that reaches a running Kelvo: each part
+// starts from what the one before left, so each also proves Kelvo came
+// through the part before unharmed.
+TEST_F(BadInput, BadPreferencesAndWrongCallsAreToldAndKelvoGoesOn)
 {
+    // A preferences file of random bytes is set aside and Kelvo starts.
+    const QByteArray noise = garbage(16384);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(confPath()).absolutePath()));
+    {
+        QFile file(confPath());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(noise);
+    }
     startKelvo();
     ASSERT_FALSE(HasFatalFailure());
+    expectAnswersVersion();
+
+    const QString aside = confPath() + QStringLiteral(".bad");
+    QFile kept(aside);
+    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
+    EXPECT_EQ(kept.readAll(), noise);
+    ASSERT_TRUE(waitFor([&] {
+        return QSettings(confPath(), QSettings::IniFormat).contains(QStringLiteral("installTime"));
+    })) << kelvo->errors().toStdString();
+    EXPECT_TRUE(kelvo->errors().contains(QStringLiteral("moved to ") + aside))
+        << kelvo->errors().toStdString();
+
+    // Bad values in a readable file are told and put back to their defaults.
+    kelvo.reset();
+    ASSERT_TRUE(waitFor([] { return !kelvoOnBus(); }));
+    startKelvoWith({{QStringLiteral("sizeOfShadow"), QStringLiteral("-3")},
+                    {QStringLiteral("timeOfDelayScreenshots"), QStringLiteral("99999")},
+                    {QStringLiteral("hideMenuBarIcon"), QStringLiteral("5")},
+                    {QStringLiteral("formatOfSavePhoto"), QStringLiteral("bmp")}});
+    ASSERT_FALSE(HasFatalFailure());
+    expectAnswersVersion();
+    ASSERT_TRUE(waitFor([&] {
+        return kelvo->errors().contains(QStringLiteral("preference formatOfSavePhoto"));
+    })) << kelvo->errors().toStdString();
+    const QString errors = kelvo->errors();
+    for (const char* line :
+         {"preference sizeOfShadow is \"-3\", not a whole number from 0 to 100; using the "
+          "default \"18\"",
+          "preference timeOfDelayScreenshots is \"99999\", not a whole number from 1 to 20; "
+          "using the default \"3\"",
+          "preference hideMenuBarIcon is \"5\", not YES or NO; using the default \"NO\"",
+          "preference formatOfSavePhoto is \"bmp\", not jpg, png or tiff; using the default "
+          "\"png\""})
+        EXPECT_EQ(errors.count(QString::fromUtf8(line)), 1) << line << "\n" << errors.toStdString();
+    QSettings conf(confPath(), QSettings::IniFormat);
+    EXPECT_EQ(conf.value(QStringLiteral("sizeOfShadow")).toString(), QStringLiteral("18"));
+    EXPECT_EQ(conf.value(QStringLiteral("timeOfDelayScreenshots")).toString(), QStringLiteral("3"));
+    EXPECT_EQ(conf.value(QStringLiteral("hideMenuBarIcon")).toString(), QStringLiteral("NO"));
+    EXPECT_EQ(conf.value(QStringLiteral("formatOfSavePhoto")).toString(), QStringLiteral("png"));
+
+    // Wrong calls on the bus are answered with a reason.
     const QString huge(6 << 20, QLatin1Char('x')); // several megabytes
     struct Case
     {
@@ -182,12 +234,8 @@ TEST_F(BadInput, WrongCallsOnTheBusAreAnsweredWithAReasonAndKelvoGoesOn)
         EXPECT_LT(refusal.size(), 400);
     }
     expectAnswersVersion();
-}
 
-TEST_F(BadInput, CallsDuringACaptureStartNoSecondOne)
-{
-    startKelvo();
-    ASSERT_FALSE(HasFatalFailure());
+    // Calls during a capture start no second one.
     const QDBusMessage started = call(QStringLiteral("ScreenShotsByTessikGroup"));
     ASSERT_EQ(started.type(), QDBusMessage::ReplyMessage) << started.errorMessage().toStdString();
     ASSERT_TRUE(waitFor([&] { return overlaysUp(); }, std::chrono::seconds(20)))
@@ -214,58 +262,6 @@ TEST_F(BadInput, CallsDuringACaptureStartNoSecondOne)
     x->tapKey("Escape");
     ASSERT_TRUE(waitFor([&] { return overlaysGone(); })) << kelvo->errors().toStdString();
     expectAnswersVersion();
-}
-
-TEST_F(BadInput, APreferencesFileOfRandomBytesIsSetAsideAndKelvoStarts)
-{
-    const QByteArray bytes = garbage(16384);
-    ASSERT_TRUE(QDir().mkpath(QFileInfo(confPath()).absolutePath()));
-    {
-        QFile file(confPath());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    startKelvo();
-    ASSERT_FALSE(HasFatalFailure());
-    expectAnswersVersion();
-
-    const QString aside = confPath() + QStringLiteral(".bad");
-    QFile kept(aside);
-    ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
-    EXPECT_EQ(kept.readAll(), bytes);
-    ASSERT_TRUE(waitFor([&] {
-        return QSettings(confPath(), QSettings::IniFormat).contains(QStringLiteral("installTime"));
-    })) << kelvo->errors().toStdString();
-    EXPECT_TRUE(kelvo->errors().contains(QStringLiteral("moved to ") + aside))
-        << kelvo->errors().toStdString();
-}
-
-TEST_F(BadInput, BadPreferenceValuesAreToldAndPutBackToTheirDefaults)
-{
-    startKelvoWith({{QStringLiteral("sizeOfShadow"), QStringLiteral("-3")},
-                    {QStringLiteral("timeOfDelayScreenshots"), QStringLiteral("99999")},
-                    {QStringLiteral("hideMenuBarIcon"), QStringLiteral("5")},
-                    {QStringLiteral("formatOfSavePhoto"), QStringLiteral("bmp")}});
-    ASSERT_FALSE(HasFatalFailure());
-    expectAnswersVersion();
-    ASSERT_TRUE(waitFor([&] {
-        return kelvo->errors().contains(QStringLiteral("preference formatOfSavePhoto"));
-    })) << kelvo->errors().toStdString();
-    const QString errors = kelvo->errors();
-    for (const char* line :
-         {"preference sizeOfShadow is \"-3\", not a whole number from 0 to 100; using the "
-          "default \"18\"",
-          "preference timeOfDelayScreenshots is \"99999\", not a whole number from 1 to 20; "
-          "using the default \"3\"",
-          "preference hideMenuBarIcon is \"5\", not YES or NO; using the default \"NO\"",
-          "preference formatOfSavePhoto is \"bmp\", not jpg, png or tiff; using the default "
-          "\"png\""})
-        EXPECT_EQ(errors.count(QString::fromUtf8(line)), 1) << line << "\n" << errors.toStdString();
-    QSettings conf(confPath(), QSettings::IniFormat);
-    EXPECT_EQ(conf.value(QStringLiteral("sizeOfShadow")).toString(), QStringLiteral("18"));
-    EXPECT_EQ(conf.value(QStringLiteral("timeOfDelayScreenshots")).toString(), QStringLiteral("3"));
-    EXPECT_EQ(conf.value(QStringLiteral("hideMenuBarIcon")).toString(), QStringLiteral("NO"));
-    EXPECT_EQ(conf.value(QStringLiteral("formatOfSavePhoto")).toString(), QStringLiteral("png"));
 }
 
 TEST_F(BadInput, CommandsWithWrongOptionsExitOneWithOneLine)

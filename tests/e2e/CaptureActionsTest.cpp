@@ -245,7 +245,7 @@ TEST_F(CaptureActions, AltZSavesTheWindowUnderThePointerInsideItsShadow)
     EXPECT_TRUE(kelvo->isRunning());
 }
 
-TEST_F(CaptureActions, AltXRingsTheBellWithoutAPreviousAreaAndSavesItOnceStored)
+TEST_F(CaptureActions, WithoutAPreviousAreaAltXRingsTheBellAndGuiFailsOnceStoredBothSaveIt)
 {
     BellWatch bells;
     ASSERT_TRUE(bells.ready());
@@ -261,6 +261,13 @@ TEST_F(CaptureActions, AltXRingsTheBellWithoutAPreviousAreaAndSavesItOnceStored)
     ASSERT_TRUE(waitFor([&] { return bells.bells() > 0; })) << kelvo->errors().toStdString();
     // The bell is the action's end: nothing was written.
     EXPECT_TRUE(shotFiles().isEmpty());
+    // Asked for from the command line, it fails with the reason.
+    const auto r =
+        run({QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), shots});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.err.contains(QStringLiteral("no previous area"))) << r.err.toStdString();
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(shotFiles().isEmpty());
 
     restartKelvoWith({{QStringLiteral("preRectOfScreenShots"), kAreaText}});
     ASSERT_FALSE(HasFatalFailure());
@@ -272,7 +279,7 @@ TEST_F(CaptureActions, AltXRingsTheBellWithoutAPreviousAreaAndSavesItOnceStored)
     EXPECT_EQ(bells.bells(), 0);
 }
 
-TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
+TEST_F(CaptureActions, TheCaptureMethodAndGuiLastRegionSaveTheStoredAreaWhereAsked)
 {
     SolidWindow green(*x, QRect(150, 150, 200, 150), Qt::green, QStringLiteral("green"));
     ASSERT_TRUE(waitFor([&] { return x->pixel(250, 250) == QColor(Qt::green); }));
@@ -280,78 +287,6 @@ TEST_F(CaptureActions, GuiLastRegionPrintsThePathOfTheStoredArea)
     prefs.insert(QStringLiteral("preRectOfScreenShots"), kAreaText);
     startKelvoWith(prefs);
     ASSERT_FALSE(HasFatalFailure());
-    const QImage onScreen = x->grabRoot(kArea);
-
-    const QString elsewhere = desktop.path(QStringLiteral("elsewhere"));
-    ASSERT_TRUE(QDir().mkpath(elsewhere));
-    const auto r = run(
-        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), elsewhere});
-    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    const QString path = r.out.trimmed();
-    EXPECT_EQ(QFileInfo(path).absolutePath(), elsewhere);
-    EXPECT_TRUE(samePixels(QImage(path), onScreen));
-    // Only there: not in the save folder.
-    EXPECT_TRUE(shotFiles().isEmpty());
-
-    // A file name picks the name and the format, and never replaces a file.
-    const QString named = elsewhere + QStringLiteral("/area.jpg");
-    const auto first = run(
-        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
-    ASSERT_EQ(first.exitCode, 0) << first.err.toStdString();
-    EXPECT_EQ(first.out.trimmed(), named);
-    EXPECT_EQ(QImage(named).size(), kArea.size());
-    const auto second = run(
-        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
-    ASSERT_EQ(second.exitCode, 0) << second.err.toStdString();
-    EXPECT_EQ(second.out.trimmed(), elsewhere + QStringLiteral("/area 2.jpg"));
-
-    // A bad option is refused before anything is asked of Kelvo.
-    const auto bad = run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
-    EXPECT_EQ(bad.exitCode, 1);
-    EXPECT_TRUE(bad.err.contains(QStringLiteral("-d needs milliseconds"))) << bad.err.toStdString();
-}
-
-TEST_F(CaptureActions, GuiWithoutAStoredAreaFailsAndKeepsNothing)
-{
-    startKelvoWith(plainPictures());
-    ASSERT_FALSE(HasFatalFailure());
-    const auto r =
-        run({QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), shots});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_TRUE(r.err.contains(QStringLiteral("no previous area"))) << r.err.toStdString();
-    EXPECT_TRUE(r.out.isEmpty());
-    EXPECT_TRUE(shotFiles().isEmpty());
-}
-
-TEST_F(CaptureActions, ADelayedGuiCaptureCancelledWithEscapeExitsTwo)
-{
-    startKelvoWith(plainPictures());
-    ASSERT_FALSE(HasFatalFailure());
-    constexpr int kDelayMs = 1200;
-    QElapsedTimer clock;
-    clock.start();
-    KelvoCommand command({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
-                          QStringLiteral("-p"), shots});
-    x->movePointer(800, 500);
-    ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
-    EXPECT_GE(clock.elapsed(), kDelayMs);
-    EXPECT_TRUE(command.isRunning()); // it waits for the capture's end
-    x->tapKey("Escape");
-    const auto r = command.finish();
-    EXPECT_EQ(r.exitCode, 2) << r.err.toStdString();
-    EXPECT_TRUE(r.out.isEmpty());
-    EXPECT_TRUE(shotFiles().isEmpty());
-    ASSERT_TRUE(pumpUntil([&] { return !ends.seen.empty(); }));
-    EXPECT_EQ(ends.seen.back().kind, QStringLiteral("cancelled"));
-}
-
-TEST_F(CaptureActions, TheCaptureMethodAnswersAnIdAndBroadcastsTheEnd)
-{
-    auto prefs = plainPictures();
-    prefs.insert(QStringLiteral("preRectOfScreenShots"), kAreaText);
-    startKelvoWith(prefs);
-    ASSERT_FALSE(HasFatalFailure());
-
     auto call = [&](const QVariantMap& options) {
         QDBusMessage m =
             QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Capture"));
@@ -389,16 +324,66 @@ TEST_F(CaptureActions, TheCaptureMethodAnswersAnIdAndBroadcastsTheEnd)
     ASSERT_TRUE(pumpUntil([&] { return ends.seen.size() == 2; }));
     EXPECT_EQ(ends.seen[1].kind, QStringLiteral("cancelled"));
     EXPECT_EQ(ends.seen[1].id, secondId);
+    ASSERT_TRUE(pumpUntil([&] { return overlaysGone(); }));
+
+    // The same area from the command line, saved only where it asks.
+    const int inShots = static_cast<int>(shotFiles().size());
+    const QImage onScreen = x->grabRoot(kArea);
+
+    const QString elsewhere = desktop.path(QStringLiteral("elsewhere"));
+    ASSERT_TRUE(QDir().mkpath(elsewhere));
+    const auto r = run(
+        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("-p"), elsewhere});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const QString path = r.out.trimmed();
+    EXPECT_EQ(QFileInfo(path).absolutePath(), elsewhere);
+    EXPECT_TRUE(samePixels(QImage(path), onScreen));
+    // Only there: not in the save folder.
+    EXPECT_EQ(shotFiles().size(), inShots);
+
+    // A file name picks the name and the format, and never replaces a file.
+    const QString named = elsewhere + QStringLiteral("/area.jpg");
+    const auto first = run(
+        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
+    ASSERT_EQ(first.exitCode, 0) << first.err.toStdString();
+    EXPECT_EQ(first.out.trimmed(), named);
+    EXPECT_EQ(QImage(named).size(), kArea.size());
+    const auto again = run(
+        {QStringLiteral("gui"), QStringLiteral("--last-region"), QStringLiteral("--path"), named});
+    ASSERT_EQ(again.exitCode, 0) << again.err.toStdString();
+    EXPECT_EQ(again.out.trimmed(), elsewhere + QStringLiteral("/area 2.jpg"));
+
+    // A bad option is refused before anything is asked of Kelvo.
+    const auto badOption =
+        run({QStringLiteral("gui"), QStringLiteral("-d"), QStringLiteral("soon")});
+    EXPECT_EQ(badOption.exitCode, 1);
+    EXPECT_TRUE(badOption.err.contains(QStringLiteral("-d needs milliseconds")))
+        << badOption.err.toStdString();
 }
 
-#include "CaptureActionsTest.moc"
-
-TEST_F(CaptureActions, AltZDuringACaptureSavesTheWindowUnderThePointerAndTheCaptureGoesOn)
+TEST_F(CaptureActions, ADelayedGuiCaptureWaitsForItsEndAndAltZWorksDuringACapture)
 {
     SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
     ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
     startKelvoWith(plainPictures());
     ASSERT_FALSE(HasFatalFailure());
+    constexpr int kDelayMs = 1200;
+    QElapsedTimer clock;
+    clock.start();
+    KelvoCommand command({QStringLiteral("gui"), QStringLiteral("-d"), QString::number(kDelayMs),
+                          QStringLiteral("-p"), shots});
+    x->movePointer(800, 500);
+    ASSERT_TRUE(pumpUntil([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
+    EXPECT_GE(clock.elapsed(), kDelayMs);
+    EXPECT_TRUE(command.isRunning()); // it waits for the capture's end
+    x->tapKey("Escape");
+    const auto r = command.finish();
+    EXPECT_EQ(r.exitCode, 2) << r.err.toStdString();
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(shotFiles().isEmpty());
+    ASSERT_TRUE(pumpUntil([&] { return !ends.seen.empty(); }));
+    EXPECT_EQ(ends.seen.back().kind, QStringLiteral("cancelled"));
+
     const QRect frame = x->frameOf(red.id());
     const QImage onScreen = x->grabRoot(frame);
 
@@ -420,3 +405,5 @@ TEST_F(CaptureActions, AltZDuringACaptureSavesTheWindowUnderThePointerAndTheCapt
     EXPECT_EQ(shotFiles().size(), 1);
     EXPECT_TRUE(kelvo->isRunning());
 }
+
+#include "CaptureActionsTest.moc"

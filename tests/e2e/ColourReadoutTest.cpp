@@ -22,13 +22,18 @@ const QRect kMagnifierArea(440, 260, 240, 240);
 class ColourReadout : public CaptureFixture
 {
 protected:
-    // Pointer over a window in one known colour, with a capture running.
-    void captureOverColour()
+    // A window in one known colour, and Kelvo running beside it.
+    void showColourAndStart()
     {
         window = std::make_unique<SolidWindow>(*x, QRect(400, 300, 500, 300), kCarmine,
                                                QStringLiteral("carmine"));
         ASSERT_TRUE(waitFor([&] { return x->pixel(650, 450) == kCarmine; }));
         startKelvo();
+    }
+
+    // A capture with the pointer over the colour.
+    void captureOverColour()
+    {
         x->movePointer(600, 420);
         triggerCapture();
         ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
@@ -44,14 +49,6 @@ protected:
             },
             QStringLiteral("magnifier-carmine"));
         ASSERT_TRUE(golden.matches) << golden.message.toStdString();
-    }
-
-    // What the look-up says of the colour, as the command line prints it.
-    static QJsonObject expected()
-    {
-        const auto result =
-            KelvoProcess::run({QStringLiteral("colour-name"), QStringLiteral("FF0040")});
-        return QJsonDocument::fromJson(result.out.toUtf8()).object();
     }
 
     static QString clipboardText()
@@ -74,51 +71,6 @@ protected:
 
     std::unique_ptr<SolidWindow> window;
 };
-
-} // namespace
-
-TEST_F(ColourReadout, MagnifierShowsTheNameAndHexOfThePixelUnderThePointer)
-{
-    // The golden picture holds the enlarged pixels, the name "Carmine", the
-    // hex and the position.
-    captureOverColour();
-    ASSERT_FALSE(HasFatalFailure());
-    x->tapKey("Escape");
-    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
-}
-
-TEST_F(ColourReadout, HCopiesTheHexAndEndsTheCapture)
-{
-    captureOverColour();
-    ASSERT_FALSE(HasFatalFailure());
-    const QString hex = expected().value(QStringLiteral("hex")).toString();
-    ASSERT_EQ(hex, QStringLiteral("#FF0040"));
-    pressAndExpectOnClipboard("h", hex);
-}
-
-TEST_F(ColourReadout, RCopiesTheRgbText)
-{
-    captureOverColour();
-    ASSERT_FALSE(HasFatalFailure());
-    const QString rgb = expected().value(QStringLiteral("rgb")).toString();
-    ASSERT_EQ(rgb, QStringLiteral("255,0,64"));
-    pressAndExpectOnClipboard("r", rgb);
-}
-
-TEST_F(ColourReadout, ZCopiesTheCustomFormat)
-{
-    // A custom format chosen earlier, as the preferences file keeps it.
-    QDir().mkpath(desktop.configHome() + QStringLiteral("/kelvo"));
-    QFile conf(desktop.configHome() + QStringLiteral("/kelvo/kelvo.conf"));
-    ASSERT_TRUE(conf.open(QIODevice::WriteOnly));
-    conf.write("[General]\ncustomizeColorString=R_R G_G B_B\n");
-    conf.close();
-    captureOverColour();
-    ASSERT_FALSE(HasFatalFailure());
-    pressAndExpectOnClipboard("z", QStringLiteral("R255 G0 B64"));
-}
-
-namespace {
 
 // Whether the window manager has taken the window on: only then does it give
 // it the focus when asked, as a person would only type once the dialog shows.
@@ -154,8 +106,29 @@ bool focusWindow(const QString& id)
 
 } // namespace
 
-TEST_F(ColourReadout, ZOnAFreshInstallAsksForAFormatAfterTheCaptureAndKelvoLivesOn)
+// One Kelvo for every key: each capture ends with its key, so the next one
+// also proves the tray instance captures again afterwards.
+TEST_F(ColourReadout, TheMagnifierNamesThePixelAndEachColourKeyCopiesItsFormat)
 {
+    showColourAndStart();
+    ASSERT_FALSE(HasFatalFailure());
+    // The golden picture holds the enlarged pixels, the name "Carmine", the
+    // hex and the position; H and R copy what the command line's look-up
+    // says of the same colour.
+    const QJsonObject expected =
+        QJsonDocument::fromJson(
+            KelvoProcess::run({QStringLiteral("colour-name"), QStringLiteral("FF0040")})
+                .out.toUtf8())
+            .object();
+    ASSERT_EQ(expected.value(QStringLiteral("hex")).toString(), QStringLiteral("#FF0040"));
+    ASSERT_EQ(expected.value(QStringLiteral("rgb")).toString(), QStringLiteral("255,0,64"));
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    pressAndExpectOnClipboard("h", QStringLiteral("#FF0040"));
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    pressAndExpectOnClipboard("r", QStringLiteral("255,0,64"));
+
     // No format stored, as after a first start: Z asks for one.
     captureOverColour();
     ASSERT_FALSE(HasFatalFailure());
@@ -180,11 +153,8 @@ TEST_F(ColourReadout, ZOnAFreshInstallAsksForAFormatAfterTheCaptureAndKelvoLives
     }));
 
     // The tray process captures again, and Z now copies in that format.
-    x->movePointer(600, 420);
-    triggerCapture();
-    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
-    x->movePointer(601, 421);
-    barrier();
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
     pressAndExpectOnClipboard(
         "z",
         QStringLiteral("[NSColor colorWithRed:255/255.0 green:0/255.0 blue:64/255.0 alpha:1.0];"));
@@ -203,10 +173,23 @@ TEST_F(ColourReadout, ZOnAFreshInstallAsksForAFormatAfterTheCaptureAndKelvoLives
                   .value(QStringLiteral("customizeColorString"))
                   .toString(),
               stored);
+    // The instance captures on after the dialog, with the format it kept.
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    pressAndExpectOnClipboard(
+        "z",
+        QStringLiteral("[NSColor colorWithRed:255/255.0 green:0/255.0 blue:64/255.0 alpha:1.0];"));
 
-    triggerCapture();
-    ASSERT_TRUE(waitFor([&] { return overlaysUp(); })) << kelvo->errors().toStdString();
-    x->tapKey("Escape");
-    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
-    EXPECT_TRUE(kelvo->isRunning()) << kelvo->errors().toStdString();
+    // A format written in the preferences file before the start is the one
+    // Z copies in.
+    kelvo.reset();
+    ASSERT_TRUE(waitFor([] { return !kelvoOnBus(); }));
+    {
+        QSettings conf(confPath(), QSettings::IniFormat);
+        conf.setValue(QStringLiteral("customizeColorString"), QStringLiteral("R_R G_G B_B"));
+    }
+    startKelvo();
+    captureOverColour();
+    ASSERT_FALSE(HasFatalFailure());
+    pressAndExpectOnClipboard("z", QStringLiteral("R255 G0 B64"));
 }

@@ -132,34 +132,6 @@ protected:
 
 } // namespace
 
-TEST_F(ImageOutputE2e, FullAndScreenHoldTheScreenPixelForPixel)
-{
-    SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
-    SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
-    ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
-    ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
-    const QString shots = desktop.path(QStringLiteral("shots"));
-
-    const auto full = run({QStringLiteral("full"), QStringLiteral("-p"), shots});
-    ASSERT_EQ(full.exitCode, 0) << full.err.toStdString();
-    const QString path = full.out.trimmed();
-    EXPECT_TRUE(QFileInfo(path).fileName().startsWith(QStringLiteral("Kelvo")));
-    EXPECT_EQ(QImage(path).convertToFormat(QImage::Format_RGB32), x->grabRoot());
-
-    const QString second = shots + QStringLiteral("/second.png");
-    const auto screen = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
-                             QStringLiteral("-p"), second});
-    ASSERT_EQ(screen.exitCode, 0) << screen.err.toStdString();
-    EXPECT_EQ(QImage(second).convertToFormat(QImage::Format_RGB32), x->grabRoot(kSecond));
-
-    const auto raw = run({QStringLiteral("full"), QStringLiteral("--raw")});
-    ASSERT_EQ(raw.exitCode, 0) << raw.err.toStdString();
-    EXPECT_EQ(QImage::fromData(raw.raw, "PNG").convertToFormat(QImage::Format_RGB32),
-              x->grabRoot());
-    // Only the first command wrote into the folder besides second.png.
-    EXPECT_EQ(QDir(shots).entryList(QDir::Files).size(), 2);
-}
-
 TEST_F(ImageOutputE2e, AFolderThatCannotTakeThePictureIsToldOnTheBusAndThePictureKept)
 {
     serveNotifications();
@@ -254,30 +226,6 @@ TEST_F(ImageOutputE2e, AFullDiskIsToldAndThePictureKeptWithNothingHalfWritten)
     EXPECT_TRUE(server.received.front().body.contains(keptPath));
 }
 
-TEST_F(ImageOutputE2e, ACopyOutlivesTheCommandOnTheClipboardAndIsNotified)
-{
-    serveNotifications();
-    KelvoProcess instance({}, env);
-    ASSERT_TRUE(pumpUntil([&] {
-        return bus->interface()->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
-    })) << instance.errors().toStdString();
-
-    SolidWindow green(*x, QRect(100, 100, 300, 200), Qt::green, QStringLiteral("green"));
-    ASSERT_TRUE(waitFor([&] { return x->pixel(200, 200) == QColor(Qt::green); }));
-    const auto r = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("0"),
-                        QStringLiteral("-c")});
-    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-
-    const QImage pasted = QImage::fromData(clipboardPng(), "PNG");
-    EXPECT_EQ(pasted.convertToFormat(QImage::Format_RGB32), x->grabRoot(QRect(0, 0, 1920, 1080)));
-
-    ASSERT_TRUE(pumpUntil([&] { return !server.received.empty(); }))
-        << instance.errors().toStdString();
-    EXPECT_EQ(server.received.front().summary, QStringLiteral("Kelvo"));
-    EXPECT_EQ(server.received.front().body,
-              QStringLiteral("Screenshot saved to pasteboard, and 5 more reminders"));
-}
-
 TEST_F(ImageOutputE2e, TheCommandHandsThePictureToTheRunningInstanceAndRunsItselfWhenDeclined)
 {
     serveNotifications();
@@ -323,22 +271,53 @@ TEST_F(ImageOutputE2e, TheCommandHandsThePictureToTheRunningInstanceAndRunsItsel
     bus->unregisterService(QStringLiteral("org.kelvo.Kelvo"));
 }
 
-TEST_F(ImageOutputE2e, TheRunningInstanceWritesTheSamePixelsAsTheCommandAlone)
+TEST_F(ImageOutputE2e, FullAndScreenHoldTheScreenPixelForPixelAloneAndThroughTheInstance)
 {
     SolidWindow red(*x, QRect(300, 200, 400, 300), Qt::red, QStringLiteral("red"));
     SolidWindow blue(*x, QRect(2100, 150, 300, 200), Qt::blue, QStringLiteral("blue"));
     ASSERT_TRUE(waitFor([&] { return x->pixel(500, 350) == QColor(Qt::red); }));
     ASSERT_TRUE(waitFor([&] { return x->pixel(2250, 250) == QColor(Qt::blue); }));
     const QString shots = desktop.path(QStringLiteral("shots"));
-    const auto alone =
-        run({QStringLiteral("full"), QStringLiteral("-p"), shots + QStringLiteral("/alone.png")});
+
+    // Without an instance the command takes the picture itself: the whole
+    // desktop into a named file in the folder, one monitor, and stdout.
+    const auto alone = run({QStringLiteral("full"), QStringLiteral("-p"), shots});
     ASSERT_EQ(alone.exitCode, 0) << alone.err.toStdString();
+    const QString alonePath = alone.out.trimmed();
+    EXPECT_TRUE(QFileInfo(alonePath).fileName().startsWith(QStringLiteral("Kelvo")));
+    EXPECT_EQ(QImage(alonePath).convertToFormat(QImage::Format_RGB32), x->grabRoot());
+    const auto aloneScreen =
+        run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("1"),
+             QStringLiteral("-p"), shots + QStringLiteral("/second-alone.png")});
+    ASSERT_EQ(aloneScreen.exitCode, 0) << aloneScreen.err.toStdString();
+    EXPECT_EQ(
+        QImage(shots + QStringLiteral("/second-alone.png")).convertToFormat(QImage::Format_RGB32),
+        x->grabRoot(kSecond));
+    const auto aloneRaw = run({QStringLiteral("full"), QStringLiteral("--raw")});
+    ASSERT_EQ(aloneRaw.exitCode, 0) << aloneRaw.err.toStdString();
+    EXPECT_EQ(QImage::fromData(aloneRaw.raw, "PNG").convertToFormat(QImage::Format_RGB32),
+              x->grabRoot());
+    // Only the first two wrote into the folder.
+    EXPECT_EQ(QDir(shots).entryList(QDir::Files).size(), 2);
 
     serveNotifications();
     KelvoProcess instance({}, env);
     ASSERT_TRUE(pumpUntil([&] {
         return bus->interface()->isServiceRegistered(QStringLiteral("org.kelvo.Kelvo")).value();
     })) << instance.errors().toStdString();
+
+    // A copy goes to the instance, so it outlives the command on the
+    // clipboard, and the instance tells it.
+    const auto copy = run({QStringLiteral("screen"), QStringLiteral("-n"), QStringLiteral("0"),
+                           QStringLiteral("-c")});
+    ASSERT_EQ(copy.exitCode, 0) << copy.err.toStdString();
+    EXPECT_EQ(QImage::fromData(clipboardPng(), "PNG").convertToFormat(QImage::Format_RGB32),
+              x->grabRoot(QRect(0, 0, 1920, 1080)));
+    ASSERT_TRUE(pumpUntil([&] { return !server.received.empty(); }))
+        << instance.errors().toStdString();
+    EXPECT_EQ(server.received.front().summary, QStringLiteral("Kelvo"));
+    EXPECT_EQ(server.received.front().body,
+              QStringLiteral("Screenshot saved to pasteboard, and 5 more reminders"));
 
     // Asked as `kelvo` asks it, with this process's display and preferences.
     QStringList environment;
@@ -362,8 +341,7 @@ TEST_F(ImageOutputE2e, TheRunningInstanceWritesTheSamePixelsAsTheCommandAlone)
     const QString written = shots + QStringLiteral("/instance.png");
     EXPECT_EQ(reply.arguments().at(1).toByteArray(), written.toLocal8Bit() + '\n');
     const QImage fromInstance = QImage(written).convertToFormat(QImage::Format_RGB32);
-    EXPECT_EQ(fromInstance,
-              QImage(shots + QStringLiteral("/alone.png")).convertToFormat(QImage::Format_RGB32));
+    EXPECT_EQ(fromInstance, QImage(alonePath).convertToFormat(QImage::Format_RGB32));
     EXPECT_EQ(fromInstance, x->grabRoot());
 
     // Through the command: the monitor and stdout forms too.

@@ -1,26 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Selecting on the overlay as a person does it: hover, click, drag, handles,
 // arrow keys; checked on the screen's pixels.
-#include "support/CaptureFixture.h"
 #include "support/Golden.h"
+#include "support/MarkUpFixture.h"
 
 using namespace e2e;
 
 namespace {
 
-const QColor kDesktop(0x80, 0x80, 0x80);
-
-class Selecting : public CaptureFixture
+class Selecting : public MarkUp
 {
 protected:
-    void SetUp() override
-    {
-        CaptureFixture::SetUp();
-        if (HasFatalFailure())
-            return;
-        x->setRootColor(kDesktop);
-    }
-
     // Whether the selection's lit area already reaches `corner` from above left.
     bool litUpTo(QPoint corner) { return x->pixel(corner.x() - 3, corner.y() - 3) == kDesktop; }
 
@@ -44,7 +34,7 @@ bool darker(QColor a, QColor b)
 
 } // namespace
 
-TEST_F(Selecting, HoverOutlinesExactlyTheWindowFrameOnItsScreenOnly)
+TEST_F(Selecting, HoverOutlinesExactlyTheWindowFrameOnItsScreenOnlyAndAClickSelectsIt)
 {
     SolidWindow red(*x, QRect(400, 300, 500, 300), Qt::red, QStringLiteral("red"));
     ASSERT_TRUE(waitFor([&] { return x->pixel(650, 450) == QColor(Qt::red); }));
@@ -79,25 +69,10 @@ TEST_F(Selecting, HoverOutlinesExactlyTheWindowFrameOnItsScreenOnly)
                                       QStringLiteral("hover-window"));
     EXPECT_TRUE(golden.matches) << golden.message.toStdString();
 
-    x->click(3);
-    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
-}
-
-TEST_F(Selecting, AClickSelectsTheWindowUnderThePointer)
-{
-    SolidWindow red(*x, QRect(400, 300, 500, 300), Qt::red, QStringLiteral("red"));
-    ASSERT_TRUE(waitFor([&] { return x->pixel(650, 450) == QColor(Qt::red); }));
-    const QRect frame = x->frameOf(red.id());
-    startKelvo();
-    x->movePointer(frame.left() + 40, frame.top() + 40);
-    triggerCapture();
-    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
-    x->movePointer(frame.left() + 41, frame.top() + 41);
+    // A click selects it: moving away leaves the outline where it was and
+    // dims the rest.
     x->click(1);
-    // The window stays selected after the press: moving away leaves the
-    // outline where it was and dims the rest.
     x->movePointer(1500, 900);
-    const int cy = frame.center().y();
     ASSERT_TRUE(waitFor([&] { return darker(x->pixel(frame.left() - 30, cy), kDesktop); }));
     EXPECT_EQ(x->pixel(frame.left() + 30, frame.bottom() - 30), QColor(Qt::red));
     EXPECT_TRUE(darker(x->pixel(frame.right() + 30, cy), kDesktop));
@@ -106,7 +81,7 @@ TEST_F(Selecting, AClickSelectsTheWindowUnderThePointer)
     EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
 }
 
-TEST_F(Selecting, DragMakesARegionThatHandlesAndArrowKeysResize)
+TEST_F(Selecting, DragMakesARegionThatHandlesAndArrowKeysResizeWithTheirTips)
 {
     startKelvo();
     x->movePointer(250, 150);
@@ -133,54 +108,6 @@ TEST_F(Selecting, DragMakesARegionThatHandlesAndArrowKeysResize)
     };
     const int right0 = rightEdge();
     ASSERT_GT(right0, 760);
-
-    // The bottom-right handle takes the corner where the pointer goes. The
-    // press lands a few pixels from the last release, or it would be the
-    // second click of a double click, which copies and ends the capture.
-    const int band = right0 - 780; // the outline's offset from the edge
-    drag(QPoint(775, 555), QPoint(855, 615), 8);
-    ASSERT_TRUE(waitFor([&] { return rightEdge() == 855 + band; })) << rightEdge();
-    EXPECT_TRUE(darker(x->pixel(870, 380), kDesktop));
-    EXPECT_EQ(x->pixel(850, 380), kDesktop);
-
-    // With the pointer resting on the right handle, an arrow key moves that
-    // edge by one point and the pointer with it.
-    x->movePointer(855, 410);
-    x->movePointer(855, 409);
-    barrier();
-    x->tapKey("Right");
-    barrier();
-    EXPECT_TRUE(waitFor([&] { return rightEdge() == 856 + band; })) << rightEdge();
-    EXPECT_EQ(x->pointerPosition(), QPoint(856, 409));
-
-    x->click(3);
-    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
-}
-
-TEST_F(Selecting, SizeLabelStaysInsideTheScreenAtItsEdge)
-{
-    startKelvo();
-    x->movePointer(1700, 5);
-    triggerCapture();
-    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
-    drag(QPoint(1720, 0), QPoint(1919, 160), 10,
-         [&](QPoint p) { return x->pixel(p.x() - 3, std::max(p.y() - 3, 1)) == kDesktop; });
-    ASSERT_TRUE(waitFor([&] { return darker(x->pixel(1600, 100), kDesktop); }));
-    const auto golden = waitForGolden([&] { return x->grabRoot(QRect(1540, 0, 380, 200)); },
-                                      QStringLiteral("region-at-top-right-edge"));
-    EXPECT_TRUE(golden.matches) << golden.message.toStdString();
-    x->tapKey("Escape");
-    EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
-}
-
-TEST_F(Selecting, AHandleShowsItsArrowKeyTipInTheLowerLeftCorner)
-{
-    startKelvo();
-    x->movePointer(250, 150);
-    triggerCapture();
-    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
-    drag(QPoint(300, 200), QPoint(780, 560), 12, [&](QPoint p) { return litUpTo(p); });
-    barrier();
 
     // The tip box sits 10 points from the corner: black, with the text in
     // white above a 10-point margin. Row 1065 is in that margin, so the box
@@ -209,6 +136,38 @@ TEST_F(Selecting, AHandleShowsItsArrowKeyTipInTheLowerLeftCorner)
     x->movePointer(541, 380);
     EXPECT_TRUE(waitFor([&] { return x->pixel(15, row) == dimmed; }));
 
+    // The bottom-right handle takes the corner where the pointer goes. The
+    // press lands a few pixels from the last release, or it would be the
+    // second click of a double click, which copies and ends the capture.
+    const int band = right0 - 780; // the outline's offset from the edge
+    drag(QPoint(775, 555), QPoint(855, 615), 8);
+    ASSERT_TRUE(waitFor([&] { return rightEdge() == 855 + band; })) << rightEdge();
+    EXPECT_TRUE(darker(x->pixel(870, 380), kDesktop));
+    EXPECT_EQ(x->pixel(850, 380), kDesktop);
+
+    // With the pointer resting on the right handle, an arrow key moves that
+    // edge by one point and the pointer with it.
+    x->movePointer(855, 410);
+    x->movePointer(855, 409);
+    barrier();
+    x->tapKey("Right");
+    barrier();
+    EXPECT_TRUE(waitFor([&] { return rightEdge() == 856 + band; })) << rightEdge();
+    EXPECT_EQ(x->pointerPosition(), QPoint(856, 409));
+
     x->click(3);
+    ASSERT_TRUE(waitFor([&] { return overlaysGone(); }));
+
+    // A region at the top-right corner keeps its size label on the screen.
+    x->movePointer(1700, 5);
+    triggerCapture();
+    ASSERT_TRUE(waitFor([&] { return overlaysUp(); }));
+    drag(QPoint(1720, 0), QPoint(1919, 160), 10,
+         [&](QPoint p) { return x->pixel(p.x() - 3, std::max(p.y() - 3, 1)) == kDesktop; });
+    ASSERT_TRUE(waitFor([&] { return darker(x->pixel(1600, 100), kDesktop); }));
+    const auto atEdge = waitForGolden([&] { return x->grabRoot(QRect(1540, 0, 380, 200)); },
+                                      QStringLiteral("region-at-top-right-edge"));
+    EXPECT_TRUE(atEdge.matches) << atEdge.message.toStdString();
+    x->tapKey("Escape");
     EXPECT_TRUE(waitFor([&] { return overlaysGone(); }));
 }

@@ -244,4 +244,24 @@ bool refreshBoxSizeAndDrawRect(StrokeState& state, const QColor& color, int size
     return true;
 }
 
+bool followOption(StrokeState& state, QStringView key, bool on)
+{
+    if (!state.dicOfCurrentStroke)
+        return false;
+    Stroke& s = *state.dicOfCurrentStroke;
+    namespace st = stroketype;
+    if (s.type == st::Square && key == u"filledOfSquare")
+        s.filledOfSquare = on;
+    else if (s.type == st::Square && key == u"enableRoundOfSquare")
+        s.enableRoundOfSquare = on;
+    else if (s.type == st::Ellipse && key == u"filledOfEllipse")
+        s.filledOfEllipse = on;
+    else if (s.type == st::Arrow && key == u"normalTypeOfArrow")
+        s.normalTypeOfArrow = on ? QStringLiteral("1") : QStringLiteral("0");
+    else
+        return false;
+    state.append();
+    return true;
+}
+
 } // namespace annotation::edit

@@ -53,4 +53,10 @@ void foldResize(Stroke& s, int which, const QRectF& R);
 // a redo. False when nothing changed or no stroke is active.
 bool refreshBoxSizeAndDrawRect(StrokeState& state, const QColor& color, int size);
 
+// A shape option of the tool bar changed (the preference `key` is now
+// `on`): an active stroke of the type the option belongs to takes it and a
+// copy is appended, also when it already had it. False when no stroke is
+// active or the option is another type's.
+bool followOption(StrokeState& state, QStringView key, bool on);
+
 } // namespace annotation::edit

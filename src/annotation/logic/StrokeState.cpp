@@ -36,7 +36,7 @@ std::vector<Stroke> StrokeState::currentStrokes(bool leaveOutActive) const
     for (int i = visibleCount() - 1; i >= 0; --i) {
         const Stroke& s = m_arrayOfStrokes[static_cast<std::size_t>(i)];
         const QString id = s.identity();
-        if (seen.contains(id))
+        if (isEmptyStep(s) || seen.contains(id))
             continue;
         seen.insert(id);
         strokes.push_back(s);
@@ -117,6 +117,37 @@ void StrokeState::clear()
     mouseEnterSingleStrokeTrackRect = false;
     mouseIsOnActivedStroke = false;
     textViewOpened = false;
+}
+
+void StrokeState::removeEqual(const Stroke& s)
+{
+    std::erase(m_arrayOfStrokes, s);
+}
+
+void StrokeState::amendCurrent(const std::function<void(Stroke&)>& change)
+{
+    if (dicOfCurrentStroke) {
+        removeEqual(*dicOfCurrentStroke);
+        change(*dicOfCurrentStroke);
+        m_arrayOfStrokes.push_back(*dicOfCurrentStroke);
+        return;
+    }
+    Stroke step;
+    if (const Stroke* pending = pendingEmptyStep()) {
+        step = *pending;
+        removeEqual(step);
+    }
+    step.type = kEmptyStepType;
+    step.list = 0;
+    change(step);
+    m_arrayOfStrokes.push_back(step);
+}
+
+const Stroke* StrokeState::pendingEmptyStep() const
+{
+    if (m_undoTimes > 0 || m_arrayOfStrokes.empty() || !isEmptyStep(m_arrayOfStrokes.back()))
+        return nullptr;
+    return &m_arrayOfStrokes.back();
 }
 
 } // namespace annotation

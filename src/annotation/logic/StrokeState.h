@@ -3,6 +3,7 @@
 
 #include "annotation/logic/Stroke.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -76,7 +77,24 @@ public:
     // The capture ended: nothing of it is kept.
     void clear();
 
+    // Changes of the active stroke's settings by the wheel. They are no undo
+    // step of their own: every snapshot equal to the working copy goes,
+    // `change` is made to the working copy, and a copy of it is appended
+    // (an undone tail stays). With no active stroke the change still makes
+    // one undo step, which shows nothing: it lands on an empty step, a
+    // snapshot that no reader of the strokes sees (currentStrokes() leaves
+    // it out) and that never becomes the active stroke. Turns that follow
+    // while that step is the newest visible snapshot change it again.
+    void amendCurrent(const std::function<void(Stroke&)>& change);
+    [[nodiscard]] static bool isEmptyStep(const Stroke& s) { return s.type == kEmptyStepType; }
+
 private:
+    // No tool has it, so no stroke either.
+    static constexpr int kEmptyStepType = -1;
+    void removeEqual(const Stroke& s);
+    // The empty step that changes without an active stroke go on with, if any.
+    [[nodiscard]] const Stroke* pendingEmptyStep() const;
+
     std::vector<Stroke> m_arrayOfStrokes;
     int m_undoTimes = 0;
 };

@@ -117,6 +117,13 @@ bool GKCropBorderView::hideHandleRect() const
     return m_tracker.hideHandleRect();
 }
 
+void GKCropBorderView::setToolCursor(const QCursor& cursor)
+{
+    m_toolCursor = cursor;
+    if (m_role == overlay::PointerRole::ToolCrosshair)
+        setCursor(m_toolCursor);
+}
+
 void GKCropBorderView::setBorderColor(const QColor& color)
 {
     m_borderColor = color;
@@ -220,8 +227,10 @@ void GKCropBorderView::apply(const CropBorderReaction& reaction)
     if (reaction.cursor) {
         const Qt::CursorShape shape = cursorShapeOf(*reaction.cursor);
         m_role = pointerRoleOf(*reaction.cursor);
-        setCursor(shape);
-        Q_EMIT cursorChanged(m_role, shape);
+        const QCursor shown =
+            *reaction.cursor == CropCursor::ToolCrosshair ? m_toolCursor : QCursor(shape);
+        setCursor(shown);
+        Q_EMIT cursorChanged(m_role, shape, shown);
     }
     if (reaction.mouseInButtonOfRecordScreen)
         Q_EMIT mouseInButtonOfRecordScreenChanged(*reaction.mouseInButtonOfRecordScreen);

@@ -5,6 +5,7 @@
 #include "overlay/logic/PointerRole.h"
 
 #include <QColor>
+#include <QCursor>
 #include <QRectF>
 #include <QWidget>
 
@@ -51,6 +52,8 @@ public:
     // The colour of the scrolling capture's frame.
     void setBorderColor(const QColor& color);
     [[nodiscard]] QColor borderColor() const { return m_borderColor; }
+    // What the drawing tool's cross hair looks like: the tool's own cursor.
+    void setToolCursor(const QCursor& cursor);
 
     [[nodiscard]] bool isCanMove() const;
     [[nodiscard]] bool isInResizeRect() const;
@@ -73,8 +76,9 @@ public:
     [[nodiscard]] static Qt::CursorShape cursorShapeOf(CropCursor cursor);
 
 Q_SIGNALS:
-    // The cursor changed; the overlay stores the role and shows the shape.
-    void cursorChanged(overlay::PointerRole role, Qt::CursorShape shape);
+    // The cursor changed; the overlay stores the role and shows `cursor`,
+    // which is the standard `shape` except for the tool's own cross hair.
+    void cursorChanged(overlay::PointerRole role, Qt::CursorShape shape, const QCursor& cursor);
     void mouseInButtonOfRecordScreenChanged(bool inside);
     void mouseIsOnActivedStrokeChanged(bool onActive);
     // The window's cursor rectangles go off at a press and on at a release.
@@ -98,6 +102,7 @@ private:
     std::function<void(QPainter&, QSizeF)> m_veilPainter;
     QRectF m_frame;
     QColor m_borderColor;
+    QCursor m_toolCursor{Qt::CrossCursor};
     overlay::PointerRole m_role = overlay::PointerRole::Arrow;
 };
 

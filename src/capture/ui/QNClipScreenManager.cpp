@@ -22,6 +22,7 @@
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTextStream>
+#include <QWheelEvent>
 
 #include <chrono>
 #include <utility>
@@ -328,6 +329,13 @@ MonitorGates QNClipScreenManager::monitorGates() const
     gates.mouseOnButton = mouseOnButton;
     gates.clipToolbarWindowOpened = m_state.clipToolbarWindowOpened;
     gates.pointerRole = m_state.pointerRole;
+    // The wheel goes to the screen the annotation window is open on.
+    if (const QWidget* overlay = m_annotation->openOverlay()) {
+        for (const auto& controller : m_controllers) {
+            if (controller->overlayWindow() == overlay)
+                gates.annotationWindowScreen = controller->screen();
+        }
+    }
     return gates;
 }
 
@@ -414,14 +422,24 @@ void QNClipScreenManager::perform(const OverlayRoute& route, OverlayPart& part, 
             m_annotation->flagsChanged(held, controller.overlayWindow());
         }
         break;
+    case MonitorAction::ScrollWheelToAnnotation:
+        if (event.type() == QEvent::Wheel) {
+            const auto& wheel = static_cast<const QWheelEvent&>(event);
+            overlay::ClipWheelEvent clipWheel;
+            clipWheel.location = local;
+            clipWheel.angleDelta = wheel.angleDelta();
+            clipWheel.pixelDelta = wheel.pixelDelta();
+            clipWheel.phase = wheel.phase();
+            m_annotation->scrollWheel(clipWheel);
+        }
+        break;
     case MonitorAction::OrderFrontAndActivate:
         // The session has raised this overlay and given it the keyboard.
     case MonitorAction::PassThrough:
     case MonitorAction::HideTip:
-    case MonitorAction::ScrollWheelToAnnotation:
     case MonitorAction::ScrollWheelToView:
-        // Their receivers (tool bar tips, annotation window, scrolling
-        // capture) are not part of the overlay yet.
+        // Their receivers (tool bar tips, the scrolling capture) are not
+        // part of the overlay yet.
         break;
     }
 }

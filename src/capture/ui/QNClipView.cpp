@@ -197,11 +197,11 @@ void QNClipView::syncCropBorder()
     if (m_cropBorder == nullptr) {
         m_cropBorder = new annotation::GKCropBorderView(this);
         connect(m_cropBorder, &annotation::GKCropBorderView::cursorChanged, this,
-                [this](PointerRole role, Qt::CursorShape shape) {
+                [this](PointerRole role, Qt::CursorShape, const QCursor& cursor) {
                     // Qt applies a child's cursor only where it gets events,
                     // and the overlay's filter takes them all: set it on the window.
                     captureState().pointerRole = role;
-                    m_window->setCursor(shape);
+                    m_window->setCursor(cursor);
                 });
         m_cropBorder->setContextProvider([this] {
             const CaptureState& state = captureState();

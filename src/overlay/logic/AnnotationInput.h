@@ -50,6 +50,15 @@ struct ShortcutContext
     bool windowSelection = false; // the selection is a window, not a region
 };
 
+// A wheel tick over the annotation window's screen, as Qt reports it.
+struct ClipWheelEvent
+{
+    QPointF location;   // the pointer, overlay-local: y up, points
+    QPointF angleDelta; // eighths of a degree; a mouse wheel's notch is 120
+    QPointF pixelDelta; // a touch pad's scrolled distance; null for a mouse wheel
+    Qt::ScrollPhase phase = Qt::NoScrollPhase; // a touch pad's gesture, momentum included
+};
+
 // What the overlay asks of the mark-up on it and the commands it gives it:
 // the one way the capture reaches strokes, tools and text views. The mark-up
 // (the annotation window's controller, and the stroke engine after it)
@@ -96,6 +105,10 @@ public:
     virtual void textKey(TextKey key) = 0;
     // Every key the overlay does not keep for itself.
     virtual void keyPressed(const ClipKeyEvent& event) = 0;
+    // The wheel over the annotation window's screen: the size of the tool,
+    // a note's number or a stroke's opacity. A mark-up without tools
+    // ignores it.
+    virtual void scrollWheel(const ClipWheelEvent&) {}
 
     // A short cut with no modifier while the selection stands. True when the
     // choice ends a pending move of the selection (a drawing tool was chosen).

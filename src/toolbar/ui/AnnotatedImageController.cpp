@@ -2,12 +2,14 @@
 #include "toolbar/ui/AnnotatedImageController.h"
 
 #include "annotation/logic/StrokeCoverage.h"
+#include "annotation/logic/StrokeEdit.h"
 #include "annotation/logic/StrokeHitTest.h"
 #include "annotation/render/StrokePainter.h"
 #include "annotation/ui/AnnotatedImageView.h"
 #include "annotation/ui/GKCropBorderView.h"
 #include "capture/logic/CaptureContext.h"
 #include "core/Clock.h"
+#include "core/Geometry.h"
 #include "core/Localized.h"
 #include "core/MessageBus.h"
 #include "platform/DesktopNotifier.h"
@@ -16,13 +18,17 @@
 #include "settings/PreferenceActions.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/SettingsBox.h"
+#include "toolbar/logic/ToolCursor.h"
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/logic/ToolTraits.h"
 #include "toolbar/ui/ClipToolBar.h"
+#include "toolbar/ui/ColorAlphaBox.h"
 #include "toolbar/ui/SettingsBoxView.h"
 
+#include <QPixmap>
 #include <QWidget>
 
+#include <algorithm>
 #include <chrono>
 
 namespace toolbar {
@@ -95,6 +101,7 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
     m_state.startScreenShot = false;
     resetButtonBox();
     unhiddenButton();
+    resetCursor();
 }
 
 void AnnotatedImageController::closeWindow()
@@ -109,6 +116,8 @@ void AnnotatedImageController::closeWindow()
     m_colorPanel.close();
     // Nothing of a capture's mark-up outlives it.
     m_strokes.clear();
+    hideColorAlphaBox();
+    m_wheel.reset();
     m_toolBar.reset();
     if (m_bar)
         m_bar->detach();
@@ -369,14 +378,41 @@ void AnnotatedImageController::showCursor(annotation::CropCursor cursor)
     m_state.pointerRole = annotation::pointerRoleOf(cursor);
     // The overlay's filter takes the pointer events, so the cursor goes on
     // its window, as the crop border's does.
-    if (m_imageView != nullptr && m_imageView->parentWidget() != nullptr)
+    if (m_imageView == nullptr || m_imageView->parentWidget() == nullptr)
+        return;
+    if (cursor == annotation::CropCursor::ToolCrosshair)
+        m_imageView->window()->setCursor(m_toolCursor);
+    else
         m_imageView->window()->setCursor(annotation::GKCropBorderView::cursorShapeOf(cursor));
 }
 
 void AnnotatedImageController::resetCursor()
 {
+    const QString name = m_toolBar.selectFunction;
+    std::optional<ActiveStrokeLook> active;
+    if (m_strokes.dicOfCurrentStroke)
+        active = ActiveStrokeLook{m_strokes.dicOfCurrentStroke->color,
+                                  m_strokes.dicOfCurrentStroke->size};
+    const ToolCursorLook look =
+        toolCursorLook(name, active, m_dataOfUsers.color(name), m_dataOfUsers.size(name));
+    QWidget* window = m_imageView != nullptr && m_imageView->parentWidget() != nullptr
+                          ? m_imageView->window()
+                          : nullptr;
+    // Drawn for the overlay's screen, so that it is sharp there.
+    const double ratio = window != nullptr ? window->devicePixelRatioF() : 1.0;
+    // Qt's X11 cursors (Qt 6.4) take the hot spot in the pixmap's own
+    // pixels, not in points.
+    const QPoint hotSpot = (QPointF(kToolCursorHotSpot) * ratio).toPoint();
+    m_toolCursor =
+        QCursor(QPixmap::fromImage(toolCursorImage(look, ratio)), hotSpot.x(), hotSpot.y());
+    if (window == nullptr)
+        return;
+    for (annotation::GKCropBorderView* border :
+         window->findChildren<annotation::GKCropBorderView*>())
+        border->setToolCursor(m_toolCursor);
+    // The pointer over free space shows the new cursor at once.
     if (m_state.pointerRole == overlay::PointerRole::ToolCrosshair)
-        showCursor(annotation::CropCursor::ToolCrosshair);
+        window->setCursor(m_toolCursor);
 }
 
 void AnnotatedImageController::pointerMoved(QPointF location)
@@ -402,6 +438,7 @@ void AnnotatedImageController::pointerMoved(QPointF location)
 
 void AnnotatedImageController::pointerPressed(const overlay::ClipMouseEvent& event)
 {
+    hideColorAlphaBox();
     m_input.setCurrentRectOfAnnotatedImageView(m_state.currentRectOfAnnotatedImageView);
     apply(m_input.mouseDown(event.location, m_state.pointerRole, m_toolBar.numberOfSelectFunction,
                             newStrokeSettings(), [this](QPointF p) {
@@ -498,6 +535,7 @@ bool AnnotatedImageController::barContains(QPoint global) const
 
 void AnnotatedImageController::mouseMoved(QPointF global)
 {
+    hideColorAlphaBox();
     if (m_bar)
         m_bar->mouseMoved(global);
 }
@@ -541,7 +579,142 @@ void AnnotatedImageController::observeValueForKeyPath(const QString& key, const 
     }
     // The tool short cuts are followed by the live table
     // (settings::ShortcutOfButton), from the start on, not only once this
-    // window has loaded.
+    // window has loaded. The shape options reach the active stroke.
+    static constexpr QLatin1StringView shapeOptions[] = {
+        keys::filledOfSquare, keys::enableRoundOfSquare, keys::filledOfEllipse,
+        keys::normalTypeOfArrow};
+    if (std::find(std::begin(shapeOptions), std::end(shapeOptions), key) == std::end(shapeOptions))
+        return;
+    if (annotation::edit::followOption(m_strokes, key, m_defaults.boolForKey(key))) {
+        if (m_imageView != nullptr)
+            m_imageView->update();
+        refreshBar();
+    }
+    m_defaults.synchronize();
+}
+
+// The wheel.
+
+QWidget* AnnotatedImageController::openOverlay() const
+{
+    if (!m_state.clipToolbarWindowOpened || m_imageView == nullptr)
+        return nullptr;
+    return m_imageView->parentWidget();
+}
+
+WheelScene AnnotatedImageController::wheelScene(QPointF location) const
+{
+    WheelScene scene;
+    scene.selectFunction = m_toolBar.selectFunction;
+    const std::optional<annotation::Stroke>& active = m_strokes.dicOfCurrentStroke;
+    scene.strokeType = active ? active->type : 0;
+    // Over the bar or its settings box the pointer is the arrow.
+    scene.pointerRole = m_toolBar.mouseOnButton ? overlay::PointerRole::Arrow : m_state.pointerRole;
+    scene.strokeUnderPointer = [this, location] {
+        return annotation::hittest::isOnActiveStroke(m_strokes, location);
+    };
+    scene.size = active ? static_cast<int>(active->size) : m_dataOfUsers.size(scene.selectFunction);
+    if (active)
+        scene.colorAlpha = active->colorAlpha;
+    // Notes come with their views: until then no note is active, so the
+    // wheel never steps a note's number.
+    return scene;
+}
+
+void AnnotatedImageController::scrollWheel(const overlay::ClipWheelEvent& event)
+{
+    if (!m_state.clipToolbarWindowOpened)
+        return;
+    const WheelOutcome outcome =
+        m_wheel.scrollWheel(wheelTickOf(event, scrollAccepted), wheelScene(event.location));
+    if (!outcome.accepted)
+        return;
+    // The gesture goes on until no tick has come for 0.1 s.
+    scrollAccepted = true;
+    const unsigned timer = ++timerScroll;
+    m_clock.singleShot(std::chrono::milliseconds(100), this, [this, timer] {
+        if (timer == timerScroll)
+            scrollFinished();
+    });
+    // A text view under the pointer takes the tick 50 ms later unless this
+    // took it (scrollWheelFromTextView); it comes with the text views.
+    if (outcome.openAlphaBox)
+        openColorAlphaBox(event.location, *outcome.openAlphaBox);
+    switch (outcome.change) {
+    case WheelChange::Size:
+        applyWheelSize(outcome.size);
+        break;
+    case WheelChange::TextSize:
+        applyWheelTextSize(outcome.size);
+        break;
+    case WheelChange::Opacity:
+        leftAndRightScrollWheel(outcome);
+        break;
+    case WheelChange::SerialNumber: // no note is active yet (see wheelScene)
+    case WheelChange::None:
+        break;
+    }
+}
+
+void AnnotatedImageController::applyWheelSize(int size)
+{
+    const QString name = m_toolBar.selectFunction;
+    // No undo step of its own; with no active stroke, an empty one.
+    m_strokes.amendCurrent([size](annotation::Stroke& s) { s.size = size; });
+    m_dataOfUsers.setValue(name, QStringLiteral("size"), size);
+    if (name == tool(ToolId::Mosaic).name || name == tool(ToolId::Highlight).name) {
+        m_bus.post(core::Message::RefreshHighlightDrawRect);
+        m_bus.post(core::Message::RefreshMosaicDrawRect);
+    } else if (m_imageView != nullptr) {
+        m_imageView->update();
+    }
+    // The size in words and the dot of the new size.
+    refreshBar();
+    resetCursor();
+}
+
+void AnnotatedImageController::applyWheelTextSize(int size)
+{
+    m_strokes.amendCurrent([size](annotation::Stroke& s) { s.size = size; });
+    // What the size menu keeps: its title. The text view's font follows
+    // once text views exist.
+    m_dataOfUsers.setValue(m_toolBar.selectFunction, QStringLiteral("size"), QString::number(size));
+    refreshBar();
+    resetCursor();
+}
+
+void AnnotatedImageController::leftAndRightScrollWheel(const WheelOutcome& outcome)
+{
+    const double kept = outcome.colorAlphaText.toDouble();
+    m_strokes.amendCurrent([kept](annotation::Stroke& s) { s.colorAlpha = kept; });
+    if (m_boxOfColorAlpha != nullptr)
+        m_boxOfColorAlpha->setPercent(outcome.alphaPercent);
+    // The tool's next strokes start from this opacity.
+    m_dataOfUsers.setValue(m_toolBar.selectFunction, QStringLiteral("colorAlpha"),
+                           static_cast<float>(outcome.colorAlpha));
+    const int type = m_strokes.dicOfCurrentStroke ? m_strokes.dicOfCurrentStroke->type : 0;
+    if (type == annotation::stroketype::Highlight)
+        m_bus.post(core::Message::RefreshHighlightDrawRect);
+    else if (m_imageView != nullptr)
+        m_imageView->update();
+}
+
+void AnnotatedImageController::openColorAlphaBox(QPointF location, const QString& percent)
+{
+    QWidget* overlay = openOverlay();
+    if (overlay == nullptr)
+        return;
+    if (m_boxOfColorAlpha == nullptr)
+        m_boxOfColorAlpha = new ColorAlphaBox(overlay);
+    else if (m_boxOfColorAlpha->parentWidget() != overlay)
+        m_boxOfColorAlpha->setParent(overlay);
+    m_boxOfColorAlpha->openAt(core::flipped(location, overlay->height()), percent);
+}
+
+void AnnotatedImageController::hideColorAlphaBox()
+{
+    if (m_wheel.pointerMovedOrPressed() && m_boxOfColorAlpha != nullptr)
+        m_boxOfColorAlpha->hide();
 }
 
 // The settings box.

@@ -8,10 +8,12 @@
 #include "toolbar/logic/DataOfUsers.h"
 #include "toolbar/logic/SettingsAdjust.h"
 #include "toolbar/logic/ToolBarState.h"
+#include "toolbar/logic/WheelAdjust.h"
 #include "toolbar/ui/ClipToolBar.h"
 #include "toolbar/ui/ToolBarController.h"
 #include "toolbar/ui/UserColorPanel.h"
 
+#include <QCursor>
 #include <QImage>
 #include <QObject>
 #include <QPointer>
@@ -41,6 +43,7 @@ class Defaults;
 
 namespace toolbar {
 
+class ColorAlphaBox;
 struct ToolEntry;
 
 // The annotation window of a capture, one for the process: it lies over
@@ -104,6 +107,14 @@ public:
     void disableUndo() override {}
     void deleteCurrentStroke() override;
     void copyToPaste() override { copyToPasteButtonClick(); }
+
+    // The wheel over the picture: the tool's size, a note's number or the
+    // active stroke's opacity.
+    void scrollWheel(const overlay::ClipWheelEvent& event) override;
+    // A tick reached the mark-up less than 0.1 s ago: its gesture goes on.
+    [[nodiscard]] bool scrollAcceptedInAnnotatedWindow() const { return scrollAccepted; }
+    // The overlay the window is open on, or none.
+    [[nodiscard]] QWidget* openOverlay() const;
 
     // Whether the bar, its settings box or a tip of it is shown and under
     // the global point.
@@ -170,6 +181,15 @@ private:
     [[nodiscard]] QColor userColorOf(const QString& tool) const;
     [[nodiscard]] BoxSettings boxSettings() const;
 
+    // The wheel.
+    [[nodiscard]] WheelScene wheelScene(QPointF location) const;
+    void applyWheelSize(int size);
+    void applyWheelTextSize(int size);
+    void leftAndRightScrollWheel(const WheelOutcome& outcome);
+    void openColorAlphaBox(QPointF location, const QString& percent);
+    void hideColorAlphaBox();
+    void scrollFinished() { scrollAccepted = false; }
+
     capture::CaptureState& m_state;
     settings::Defaults& m_defaults;
     core::MessageBus& m_bus;
@@ -180,6 +200,7 @@ private:
     annotation::StrokeInput m_input{m_strokes};
     annotation::StrokeHandleTracker m_handles;
     QPointer<annotation::AnnotatedImageView> m_imageView; // lives in the overlay while open
+    QCursor m_toolCursor{Qt::CrossCursor};                // the tool's own, see resetCursor()
     // The bar, made at the first opening: on the overlay while open.
     std::unique_ptr<ToolBarController> m_bar;
     UserColorPanel m_colorPanel;
@@ -189,6 +210,12 @@ private:
     // A preference written here, so its change notice is our own echo.
     bool adjustByApp = false;
     bool userCanceled = false;
+
+    // The wheel's state.
+    WheelAdjust m_wheel;
+    bool scrollAccepted = false; // scrollAcceptedInAnnotatedWindow
+    unsigned timerScroll = 0;    // the newest tick's timer; older ones find it moved on
+    QPointer<ColorAlphaBox> m_boxOfColorAlpha; // on the overlay once it has opened
 };
 
 } // namespace toolbar

@@ -105,7 +105,7 @@ protected:
     std::unique_ptr<StackedWindows> m_windows;
 };
 
-TEST_F(InputSeams, AnEmptyInputRegionLetsClicksThroughToTheWindowBelowWhileItStillShows)
+TEST_F(InputSeams, AnInputRegionLetsClicksThroughWhereItLeavesAHoleWhileTheWindowStillShows)
 {
     platform::x11::X11InputShape shape;
     ASSERT_TRUE(shape.isAvailable());
@@ -121,11 +121,7 @@ TEST_F(InputSeams, AnEmptyInputRegionLetsClicksThroughToTheWindowBelowWhileItSti
     ASSERT_TRUE(shape.clearInputRegion(m_windows->upper));
     m_x.click(1);
     EXPECT_EQ(m_windows->pressedOn(1), m_windows->upper);
-}
 
-TEST_F(InputSeams, AnInputRegionKeepsInputOnlyWhereItCovers)
-{
-    platform::x11::X11InputShape shape;
     // The left quarter of the upper window keeps its input, the rest is a
     // hole through to the window below.
     ASSERT_TRUE(shape.setInputRegion(m_windows->upper, QRegion(0, 0, 50, 100)));
@@ -137,42 +133,42 @@ TEST_F(InputSeams, AnInputRegionKeepsInputOnlyWhereItCovers)
     EXPECT_EQ(m_windows->pressedOn(1), m_windows->lower);
 }
 
-TEST_F(InputSeams, TheWheelIsSeenWhileItScrollsTheWindowUnderAnInputTransparentOverlay)
+TEST_F(InputSeams, TheWheelIsSeenUnderAnInputTransparentOverlayAndAnotherClientsGrabUntilStopped)
 {
     platform::x11::X11InputShape shape;
-    ASSERT_TRUE(shape.makeInputTransparent(m_windows->upper));
-    platform::x11::X11WheelWatcher wheel;
-    std::vector<QPoint> turns;
-    ASSERT_TRUE(wheel.start([&](QPoint delta) { turns.push_back(delta); }));
-    EXPECT_TRUE(wheel.isWatching());
-    pointAtOverlap();
+    {
+        ASSERT_TRUE(shape.makeInputTransparent(m_windows->upper));
+        platform::x11::X11WheelWatcher wheel;
+        std::vector<QPoint> turns;
+        ASSERT_TRUE(wheel.start([&](QPoint delta) { turns.push_back(delta); }));
+        EXPECT_TRUE(wheel.isWatching());
+        pointAtOverlap();
 
-    auto turnOf = [&](int button) {
-        const std::size_t before = turns.size();
-        m_x.click(button);
-        const bool seen = waitFor([&] {
-            QCoreApplication::processEvents();
-            return turns.size() > before;
-        });
-        return seen ? turns.back() : QPoint();
-    };
-    EXPECT_EQ(turnOf(4), QPoint(0, 120));
-    // The application under the overlay scrolled as well.
-    EXPECT_EQ(m_windows->pressedOn(4), m_windows->lower);
-    EXPECT_EQ(turnOf(5), QPoint(0, -120));
-    EXPECT_EQ(turnOf(6), QPoint(120, 0));
-    EXPECT_EQ(turnOf(7), QPoint(-120, 0));
-    EXPECT_EQ(turns.size(), 4u) << "each turn counts once";
+        auto turnOf = [&](int button) {
+            const std::size_t before = turns.size();
+            m_x.click(button);
+            const bool seen = waitFor([&] {
+                QCoreApplication::processEvents();
+                return turns.size() > before;
+            });
+            return seen ? turns.back() : QPoint();
+        };
+        EXPECT_EQ(turnOf(4), QPoint(0, 120));
+        // The application under the overlay scrolled as well.
+        EXPECT_EQ(m_windows->pressedOn(4), m_windows->lower);
+        EXPECT_EQ(turnOf(5), QPoint(0, -120));
+        EXPECT_EQ(turnOf(6), QPoint(120, 0));
+        EXPECT_EQ(turnOf(7), QPoint(-120, 0));
+        EXPECT_EQ(turns.size(), 4u) << "each turn counts once";
 
-    // A button that is no wheel is not reported.
-    m_x.click(1);
-    ASSERT_EQ(m_windows->pressedOn(1), m_windows->lower);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(turns.size(), 4u);
-}
-
-TEST_F(InputSeams, TheWheelIsSeenUnderAnotherClientsPointerGrabAndNoLongerOnceStopped)
-{
+        // A button that is no wheel is not reported.
+        m_x.click(1);
+        ASSERT_EQ(m_windows->pressedOn(1), m_windows->lower);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(turns.size(), 4u);
+    }
+    // With the upper window taking input again, under another client's grab.
+    ASSERT_TRUE(shape.clearInputRegion(m_windows->upper));
     platform::x11::X11WheelWatcher wheel;
     int turns = 0;
     ASSERT_TRUE(wheel.start([&](QPoint) { ++turns; }));

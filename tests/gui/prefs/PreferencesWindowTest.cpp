@@ -75,7 +75,13 @@ TEST_F(PrefsWindow, ShowsTheStoredValuesWhenOpened)
     defaults.setObject(keys::hideMenuBarIcon, QStringLiteral("YES"));
     defaults.setBool(keys::playSoundWhenScreenShots, false);
     defaults.setObject(keys::pathofSaveScreenShotsPhoto, QStringLiteral("/srv/Shots"));
-
+    defaults.setObject(keys::needShadowOfnotSingleWindow, QStringLiteral("NO"));
+    defaults.setObject(keys::sizeOfShadow, QStringLiteral("42"));
+    defaults.setObject(keys::colorOfShadow, QStringLiteral("#80ff0000"));
+    defaults.setObject(keys::needFilletOfnotSingleWindow, QStringLiteral("NO"));
+    defaults.setObject(keys::doubleClickToSavePaste, QStringLiteral("NO"));
+    defaults.setObject(keys::doubleClickModifierKey, QStringLiteral("Control"));
+    defaults.setObject(keys::playSoundWhenDelayScreenShots, QStringLiteral("NO"));
     PreferencesWindow window(defaults, autostart);
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Kelvo"));
     EXPECT_EQ(child<QLabel>(window, "version")->text(), QStringLiteral("Version: 1.2.3"));
@@ -100,6 +106,36 @@ TEST_F(PrefsWindow, ShowsTheStoredValuesWhenOpened)
     EXPECT_FALSE(child<QCheckBox>(window, "autoStartAtLogin")->isChecked());
     EXPECT_FALSE(child<QCheckBox>(window, "playSoundWhenScreenShots")->isChecked());
     EXPECT_TRUE(child<QCheckBox>(window, "notifyWhenComplete")->isChecked());
+
+    EXPECT_FALSE(child<QCheckBox>(window, "needShadowOfnotSingleWindow")->isChecked());
+    auto* size = child<QSpinBox>(window, "sizeOfShadow");
+    EXPECT_EQ(size->value(), 42);
+    // Without a shadow its size and colour mean nothing.
+    EXPECT_FALSE(size->isEnabled());
+    auto* colour = child<QPushButton>(window, "colorOfShadow");
+    EXPECT_FALSE(colour->isEnabled());
+    EXPECT_EQ(colour->text(), QStringLiteral("#80FF0000"));
+    EXPECT_FALSE(child<QCheckBox>(window, "needFilletOfnotSingleWindow")->isChecked());
+    EXPECT_FALSE(child<QCheckBox>(window, "doubleClickToSavePaste")->isChecked());
+    auto* modifier = child<PopUpButton>(window, "doubleClickModifierKey");
+    EXPECT_EQ(modifier->title(), QStringLiteral("Super"));
+    EXPECT_EQ(modifier->selectedIndex(), 1);
+    EXPECT_FALSE(child<QCheckBox>(window, "playSoundWhenDelayScreenShots")->isChecked());
+    // Showing the values wrote none of them.
+    EXPECT_EQ(stored(keys::sizeOfShadow), QStringLiteral("42"));
+
+    // The first-run values, shown in a fresh window.
+    settings::MemoryStore freshStore;
+    settings::Defaults fresh{freshStore};
+    settings::StartContext context;
+    context.secondsSince1970 = 1700000000;
+    settings::installFirstRunValues(fresh, context);
+    PreferencesWindow first(fresh, autostart);
+    EXPECT_TRUE(child<QCheckBox>(first, "needShadowOfnotSingleWindow")->isChecked());
+    EXPECT_EQ(child<QSpinBox>(first, "sizeOfShadow")->value(), 18);
+    EXPECT_EQ(child<QPushButton>(first, "colorOfShadow")->text(), QStringLiteral("#66000000"));
+    EXPECT_EQ(child<PopUpButton>(first, "doubleClickModifierKey")->title(), QStringLiteral("Alt"));
+    EXPECT_TRUE(child<QCheckBox>(first, "playSoundWhenDelayScreenShots")->isChecked());
 }
 
 TEST_F(PrefsWindow, OddStoredValuesAreShownNotRejected)
@@ -171,23 +207,6 @@ TEST_F(PrefsWindow, HidingTheTrayIconIsStoredAndAnnounced)
     box->click();
     EXPECT_EQ(stored(keys::hideMenuBarIcon), QStringLiteral("NO"));
     EXPECT_EQ(announced, (std::vector<bool>{true, false}));
-}
-
-TEST_F(PrefsWindow, SwitchesWriteTheirPreferences)
-{
-    PreferencesWindow window(defaults, autostart);
-    child<QCheckBox>(window, "playSoundWhenScreenShots")->click();
-    EXPECT_FALSE(defaults.boolForKey(keys::playSoundWhenScreenShots));
-    child<QCheckBox>(window, "notifyWhenComplete")->click();
-    EXPECT_FALSE(defaults.boolForKey(keys::notifyWhenComplete));
-
-    auto* login = child<QCheckBox>(window, "autoStartAtLogin");
-    login->click();
-    EXPECT_EQ(stored(keys::autoStartAtLogin), QStringLiteral("YES"));
-    EXPECT_TRUE(autostart.enabled);
-    login->click();
-    EXPECT_EQ(stored(keys::autoStartAtLogin), QStringLiteral("NO"));
-    EXPECT_FALSE(autostart.enabled);
 }
 
 TEST_F(PrefsWindow, AFailedLoginItemIsReportedAndNotPretended)
@@ -280,51 +299,22 @@ TEST_F(PrefsWindow, EveryControlFitsInsideTheWindow)
         shot.save(QString::fromLocal8Bit(dir) + QStringLiteral("/preferences.png"));
 }
 
-TEST_F(PrefsWindow, PictureControlsShowTheStoredValues)
-{
-    defaults.setObject(keys::needShadowOfnotSingleWindow, QStringLiteral("NO"));
-    defaults.setObject(keys::sizeOfShadow, QStringLiteral("42"));
-    defaults.setObject(keys::colorOfShadow, QStringLiteral("#80ff0000"));
-    defaults.setObject(keys::needFilletOfnotSingleWindow, QStringLiteral("NO"));
-    defaults.setObject(keys::doubleClickToSavePaste, QStringLiteral("NO"));
-    defaults.setObject(keys::doubleClickModifierKey, QStringLiteral("Control"));
-    defaults.setObject(keys::playSoundWhenDelayScreenShots, QStringLiteral("NO"));
-
-    PreferencesWindow window(defaults, autostart);
-    EXPECT_FALSE(child<QCheckBox>(window, "needShadowOfnotSingleWindow")->isChecked());
-    auto* size = child<QSpinBox>(window, "sizeOfShadow");
-    EXPECT_EQ(size->value(), 42);
-    // Without a shadow its size and colour mean nothing.
-    EXPECT_FALSE(size->isEnabled());
-    auto* colour = child<QPushButton>(window, "colorOfShadow");
-    EXPECT_FALSE(colour->isEnabled());
-    EXPECT_EQ(colour->text(), QStringLiteral("#80FF0000"));
-    EXPECT_FALSE(child<QCheckBox>(window, "needFilletOfnotSingleWindow")->isChecked());
-    EXPECT_FALSE(child<QCheckBox>(window, "doubleClickToSavePaste")->isChecked());
-    auto* modifier = child<PopUpButton>(window, "doubleClickModifierKey");
-    EXPECT_EQ(modifier->title(), QStringLiteral("Super"));
-    EXPECT_EQ(modifier->selectedIndex(), 1);
-    EXPECT_FALSE(child<QCheckBox>(window, "playSoundWhenDelayScreenShots")->isChecked());
-    // Showing the values wrote none of them.
-    EXPECT_EQ(stored(keys::sizeOfShadow), QStringLiteral("42"));
-
-    // The first-run values, shown in a fresh window.
-    settings::MemoryStore freshStore;
-    settings::Defaults fresh{freshStore};
-    settings::StartContext context;
-    context.secondsSince1970 = 1700000000;
-    settings::installFirstRunValues(fresh, context);
-    PreferencesWindow first(fresh, autostart);
-    EXPECT_TRUE(child<QCheckBox>(first, "needShadowOfnotSingleWindow")->isChecked());
-    EXPECT_EQ(child<QSpinBox>(first, "sizeOfShadow")->value(), 18);
-    EXPECT_EQ(child<QPushButton>(first, "colorOfShadow")->text(), QStringLiteral("#66000000"));
-    EXPECT_EQ(child<PopUpButton>(first, "doubleClickModifierKey")->title(), QStringLiteral("Alt"));
-    EXPECT_TRUE(child<QCheckBox>(first, "playSoundWhenDelayScreenShots")->isChecked());
-}
-
-TEST_F(PrefsWindow, PictureControlsWriteTheirPreferencesInTheStoredForms)
+TEST_F(PrefsWindow, SwitchesWriteTheirPreferencesInTheStoredForms)
 {
     PreferencesWindow window(defaults, autostart);
+    child<QCheckBox>(window, "playSoundWhenScreenShots")->click();
+    EXPECT_FALSE(defaults.boolForKey(keys::playSoundWhenScreenShots));
+    child<QCheckBox>(window, "notifyWhenComplete")->click();
+    EXPECT_FALSE(defaults.boolForKey(keys::notifyWhenComplete));
+
+    auto* login = child<QCheckBox>(window, "autoStartAtLogin");
+    login->click();
+    EXPECT_EQ(stored(keys::autoStartAtLogin), QStringLiteral("YES"));
+    EXPECT_TRUE(autostart.enabled);
+    login->click();
+    EXPECT_EQ(stored(keys::autoStartAtLogin), QStringLiteral("NO"));
+    EXPECT_FALSE(autostart.enabled);
+
     auto* shadow = child<QCheckBox>(window, "needShadowOfnotSingleWindow");
     auto* size = child<QSpinBox>(window, "sizeOfShadow");
     shadow->click();

@@ -262,5 +262,27 @@ TEST_F(StrokeEditHistory, ANewColourIsAStepButKeepsTheUndoneTail)
     EXPECT_EQ(state.currentStrokes(false).front().size, 8.0);
 }
 
+TEST_F(StrokeEditHistory, AShapeOptionReachesOnlyAnActiveStrokeOfItsTypeAsAStep)
+{
+    EXPECT_FALSE(edit::followOption(state, u"filledOfSquare", true)); // nothing active
+    gesture(PointerRole::ToolCrosshair, {100, 100}, {200, 150});
+    EXPECT_FALSE(edit::followOption(state, u"filledOfEllipse", true));
+    EXPECT_FALSE(edit::followOption(state, u"normalTypeOfArrow", false));
+    EXPECT_EQ(state.arrayOfStrokes().size(), 1U);
+
+    EXPECT_TRUE(edit::followOption(state, u"filledOfSquare", true));
+    EXPECT_TRUE(edit::followOption(state, u"enableRoundOfSquare", true));
+    ASSERT_EQ(state.arrayOfStrokes().size(), 3U);
+    const Stroke shown = state.currentStrokes(false).front();
+    EXPECT_TRUE(shown.filledOfSquare);
+    EXPECT_TRUE(shown.enableRoundOfSquare);
+    // Each option is its own step.
+    (void)state.undoDraw();
+    EXPECT_TRUE(state.currentStrokes(false).front().filledOfSquare);
+    EXPECT_FALSE(state.currentStrokes(false).front().enableRoundOfSquare);
+    (void)state.undoDraw();
+    EXPECT_FALSE(state.currentStrokes(false).front().filledOfSquare);
+}
+
 } // namespace
 } // namespace annotation

@@ -15,10 +15,3 @@ TEST(PrefsVerb, PlainStartAndPrefsAreTheirOwnVerbs)
     EXPECT_TRUE(prefs.documents.isEmpty());
     EXPECT_TRUE(CommandLine::usage().contains(QLatin1String("  prefs ")));
 }
-
-TEST(PrefsVerb, ArgumentsAfterPrefsAreRefusedAndNamed)
-{
-    const CommandLine cl = CommandLine::parse({QStringLiteral("prefs"), QStringLiteral("--now")});
-    EXPECT_EQ(cl.verb, CommandLine::Verb::Invalid);
-    EXPECT_TRUE(cl.error.contains(QLatin1String("--now"))) << cl.error.toStdString();
-}

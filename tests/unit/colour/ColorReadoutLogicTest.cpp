@@ -117,21 +117,6 @@ TEST(ColorReadoutSample, TextTurnsBlackOnlyAboveAMeanOfOneHalf)
     EXPECT_EQ(textStyleForMean(0.5 + 1e-7), ReadoutTextStyle::BlackOnWhiteHalo);
 }
 
-TEST(ColorReadoutLayout, GridEveryFivePointsFrameAndCrossHair)
-{
-    const auto lines = readout::gridLines();
-    ASSERT_EQ(lines.size(), 23U);
-    EXPECT_EQ(lines.front(), 5.5);
-    EXPECT_EQ(lines.back(), 115.5);
-    for (std::size_t i = 1; i < lines.size(); ++i)
-        EXPECT_EQ(lines[i] - lines[i - 1], 5.0);
-    EXPECT_EQ(readout::frameRect(), QRectF(1, 1, 118, 118));
-    const auto still = readout::crossHair(false);
-    EXPECT_EQ(still[0], QLineF(0, 60, 120, 60));
-    EXPECT_EQ(still[1], QLineF(60, 0, 60, 120));
-    EXPECT_EQ(readout::crossHair(true)[1], QLineF(60, 0, 60, 100));
-}
-
 TEST(ColorReadoutLayout, NameShrinksFromTwelveDownUntilItFits)
 {
     std::vector<int> asked;
@@ -152,19 +137,12 @@ TEST(ColorReadoutLayout, NameShrinksFromTwelveDownUntilItFits)
     EXPECT_EQ(readout::nameFontSize([](int) { return 1000.0; }), 1);
 }
 
-TEST(ColorReadoutLayout, TextsSitAtTheirBasePointsWithAnEightfoldHalo)
+TEST(ColorReadoutLayout, TextsSitAtTheirBasePoints)
 {
     const auto o = readout::textOrigins(80.0, 40.0);
     EXPECT_EQ(o.name, QPointF(20.0, 103.0));
     EXPECT_EQ(o.mousePoint, QPointF(10.0, 3.0));
     EXPECT_EQ(o.hex, QPointF(68.0, 3.0));
-    const auto& halo = readout::haloOffsets();
-    EXPECT_EQ(halo[0], QPointF(0, 1));
-    EXPECT_EQ(halo[1], QPointF(0, -1));
-    EXPECT_EQ(halo[2], QPointF(-1, 0));
-    EXPECT_EQ(halo[3], QPointF(1, 0));
-    EXPECT_EQ(halo[4], QPointF(-0.7, 0.7));
-    EXPECT_EQ(halo[7], QPointF(0.7, -0.7));
 }
 
 TEST(ColorReadoutLayout, EnlargedSampleKeepsSharpBlocksUnderAOnePointGrid)

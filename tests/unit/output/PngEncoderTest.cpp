@@ -153,14 +153,14 @@ struct Case
 constexpr PngFilter kEveryFilter[] = {PngFilter::None,    PngFilter::Sub,   PngFilter::Up,
                                       PngFilter::Average, PngFilter::Paeth, PngFilter::Adaptive};
 
-// Every filter, with and without alpha, on one core and on several.
+// Every filter, with and without alpha. One core is enough: with this
+// deflater several cores write the same bytes (see below).
 std::vector<Case> libdeflateCases()
 {
     std::vector<Case> cases;
     for (PngFilter f : kEveryFilter)
         for (bool alpha : {false, true})
-            for (int threads : {1, 3})
-                cases.push_back({f, threads, alpha, PngDeflater::Libdeflate});
+            cases.push_back({f, 1, alpha, PngDeflater::Libdeflate});
     return cases;
 }
 
