@@ -29,6 +29,7 @@
 #include "settings/SettingsStore.h"
 #include "settings/Startup.h"
 #include "settings/ValueChecks.h"
+#include "toolbar/ui/AnnotatedImageController.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -73,6 +74,7 @@ AppDelegate::AppDelegate(Services services, QObject* parent)
     connectImageOutput();
     connectCaptureActions();
     connectRequests();
+    m_clipManager->annotatedImageController().setNotifier(m_services.notifier.get());
 }
 
 void AppDelegate::connectImageOutput()

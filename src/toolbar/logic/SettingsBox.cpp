@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/logic/SettingsBox.h"
 
+#include "core/Geometry.h"
+#include "toolbar/logic/ButtonBox.h"
+
 namespace toolbar {
 
 namespace {
@@ -77,6 +80,60 @@ const std::array<QColor, 5>& swatchColors()
         QColor::fromRgbF(0.28F, 0.63F, 0.31F),
     };
     return colors;
+}
+
+QRectF dotArea(int dot)
+{
+    // Each dot's share of the left part, split between the dots' centres.
+    static constexpr std::array<qreal, 4> edges{3, 21, 39, 63};
+    if (dot < 0 || dot > 2)
+        return {};
+    const auto i = static_cast<std::size_t>(dot);
+    return {QPointF(edges[i], 2), QPointF(edges[i + 1], 30)};
+}
+
+QRectF swatchFrame(int swatch)
+{
+    if (swatch < 1 || swatch > 6)
+        return {};
+    // Two rows of three: the five fixed colours, then the user's own.
+    const int i = swatch - 1;
+    return {74 + (i % 3) * 19.0, i < 3 ? 5.0 : 25.0, 14, 14};
+}
+
+QRectF sizeMenuFrame()
+{
+    return {2, 8, 38, 24};
+}
+
+int dotUnder(QStringView tool, QPointF p)
+{
+    for (int dot = 0; dot < 3; ++dot) {
+        // The text tools show only the third, as a colour sample.
+        if (!showsSizeDots(tool) && dot < 2)
+            continue;
+        if (dotArea(dot).contains(p))
+            return dot;
+    }
+    return -1;
+}
+
+int swatchUnder(QPointF p)
+{
+    for (int swatch = 1; swatch <= 6; ++swatch) {
+        // A point or two around each swatch still counts: they are small.
+        if (swatchFrame(swatch).adjusted(-2, -2, 2, 2).contains(p))
+            return swatch;
+    }
+    return -1;
+}
+
+QRectF placeColorBoxInOverlay(QStringView tool, const QRectF& selection, const QSizeF& screen)
+{
+    const QRectF bar = placeButtonBox(selection, screen);
+    const QPointF origin = core::flipped(bar, screen.height()).topLeft();
+    const std::optional<ColorBoxPlacement> box = placeColorBox(tool, origin);
+    return box ? core::flipped(box->colorBox, screen.height()) : QRectF();
 }
 
 } // namespace toolbar

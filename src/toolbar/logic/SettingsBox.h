@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QColor>
+#include <QRectF>
+#include <QSizeF>
 #include <QString>
 
 #include <array>
@@ -27,5 +29,20 @@ namespace toolbar {
 [[nodiscard]] QString displaySizeUnit(QStringView tool);
 // The five fixed swatches; the sixth is the user's own colour.
 [[nodiscard]] const std::array<QColor, 5>& swatchColors();
+
+// Where the controls lie in the box, in its own points from its top-left
+// corner: a dot's (0 to 2) click area, a swatch's (1 to 6) frame, and the
+// text tools' size menu, which takes the place of the first two dots.
+[[nodiscard]] QRectF dotArea(int dot);
+[[nodiscard]] QRectF swatchFrame(int swatch);
+[[nodiscard]] QRectF sizeMenuFrame();
+// The dot (0 to 2) or swatch (1 to 6) under a point of the box; -1 for none.
+[[nodiscard]] int dotUnder(QStringView tool, QPointF p);
+[[nodiscard]] int swatchUnder(QPointF p);
+
+// The box under `tool` in the overlay's top-left points, for a
+// `selection` (without its band) on a `screen`, as the bar places it.
+[[nodiscard]] QRectF placeColorBoxInOverlay(QStringView tool, const QRectF& selection,
+                                            const QSizeF& screen);
 
 } // namespace toolbar

@@ -31,8 +31,11 @@ bool ToolBarHover::mouseMoved(QPointF location, const HoverContext& context)
     const bool inBox = pointInRect(location, m_state.buttonBoxFrame());
 
     if (m_state.boxColorTipsOpening) {
-        if (!inColorBox(location))
+        if (!inColorBox(location)) {
             m_state.boxColorTipsOpening = false;
+            if (m_colorTipShown)
+                disableTips();
+        }
         return true;
     }
     if (m_state.tipsBoxIsOpening) {
@@ -50,24 +53,29 @@ bool ToolBarHover::mouseMoved(QPointF location, const HoverContext& context)
     }
     // Each beat restarts the wait, so a tip opens once the pointer rests.
     if (!m_state.tipsBoxIsOpening && inBox)
-        startMoveTimer(context);
+        startMoveTimer(context, false);
+    else if (!m_state.tipsBoxIsOpening && inColorBox(location))
+        startMoveTimer(context, true);
 
     m_state.mouseOnWhichButtonBox = inBox ? buttonUnder(location - m_state.buttonBoxOrigin) : -1;
     m_state.mouseOnButton = inBox || inColorBox(location);
     return true;
 }
 
-void ToolBarHover::startMoveTimer(const HoverContext& context)
+void ToolBarHover::startMoveTimer(const HoverContext& context, bool overColorBox)
 {
     const unsigned generation = ++m_moveTimer;
     m_moveTimerPending = true;
     const auto delay = std::chrono::milliseconds(
         static_cast<std::int64_t>(std::max(0.0, context.delaySeconds) * 1000.0));
-    m_clock.singleShot(delay, &m_timers, [this, generation, context] {
+    m_clock.singleShot(delay, &m_timers, [this, generation, context, overColorBox] {
         if (generation != m_moveTimer)
             return;
         m_moveTimerPending = false;
-        checkMouseOnWhichButton(context);
+        if (overColorBox)
+            popupTipsOfColorBox();
+        else
+            checkMouseOnWhichButton(context);
     });
 }
 
@@ -102,14 +110,37 @@ void ToolBarHover::checkMouseOnWhichButton(const HoverContext& context)
     });
 }
 
+void ToolBarHover::popupTipsOfColorBox()
+{
+    const std::optional<ColorBoxPlacement> box = m_state.colorBox();
+    const int times = m_readTipTimes ? m_readTipTimes() : kColorTipShowings;
+    if (times >= kColorTipShowings || !box || !pointInRect(m_state.mouseLoc, box->colorBox))
+        return;
+    if (m_storeTipTimes)
+        m_storeTipTimes(times + 1);
+    m_boxes.showTip(kColorTipSlot, QPointF(box->colorBox.right(), box->colorBox.y()));
+    m_colorTipShown = true;
+    m_state.boxColorTipsOpening = true;
+    const unsigned generation = ++m_disableTimer;
+    m_clock.singleShot(kTipLife, &m_timers, [this, generation] {
+        if (generation == m_disableTimer)
+            disableTips();
+    });
+}
+
 void ToolBarHover::disableTips()
 {
-    if (!m_state.tipsBoxIsOpening)
-        return;
-    m_state.tipsBoxIsOpening = false;
-    stopDisableTimer();
-    // The fade runs to its end, also when the box opens again meanwhile.
-    fade(m_openedSlot, 1.0, m_fades);
+    // The fades run to their end, also when a box opens again meanwhile.
+    if (m_state.tipsBoxIsOpening) {
+        m_state.tipsBoxIsOpening = false;
+        stopDisableTimer();
+        fade(m_openedSlot, 1.0, m_fades);
+    }
+    if (m_colorTipShown) {
+        m_colorTipShown = false;
+        stopDisableTimer();
+        fade(kColorTipSlot, 1.0, m_fades);
+    }
 }
 
 void ToolBarHover::fade(int slot, double alpha, unsigned generation)
@@ -132,6 +163,11 @@ void ToolBarHover::closeTipAtOnce()
 {
     ++m_moveTimer;
     m_moveTimerPending = false;
+    if (m_colorTipShown) {
+        m_boxes.hideTip(kColorTipSlot);
+        m_colorTipShown = false;
+        m_state.boxColorTipsOpening = false;
+    }
     if (!m_state.tipsBoxIsOpening)
         return;
     m_boxes.hideTip(m_openedSlot);
@@ -149,6 +185,9 @@ void ToolBarHover::stop()
         m_boxes.hideTip(m_openedSlot);
     m_openedSlot = -1;
     m_state.tipsBoxIsOpening = false;
+    m_boxes.hideTip(kColorTipSlot);
+    m_colorTipShown = false;
+    m_state.boxColorTipsOpening = false;
 }
 
 } // namespace toolbar

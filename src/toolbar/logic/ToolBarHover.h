@@ -9,6 +9,7 @@
 #include <QSizeF>
 
 #include <chrono>
+#include <functional>
 
 namespace core {
 class Clock;
@@ -16,7 +17,12 @@ class Clock;
 
 namespace toolbar {
 
-// The tip boxes over the bar's buttons, as the hover opens and closes them.
+// The tip at the settings box's right end, told apart from the buttons'
+// tips by this slot.
+inline constexpr int kColorTipSlot = kSlotCount;
+
+// The tip boxes over the bar's buttons, and the settings box's tip, as the
+// hover opens and closes them.
 class TipBoxes
 {
 public:
@@ -48,6 +54,8 @@ public:
     static constexpr std::chrono::milliseconds kTipLife{6000};
     static constexpr std::chrono::milliseconds kFadeStep{50};
     static constexpr int kMoveBeat = 5; // only every fifth move is looked at
+    // The settings box's tip is shown this often in the preferences' life.
+    static constexpr int kColorTipShowings = 6;
 
     ToolBarHover(ToolBarState& state, core::Clock& clock, TipBoxes& boxes);
 
@@ -56,21 +64,34 @@ public:
     bool mouseMoved(QPointF location, const HoverContext& context);
     // Opens the tip of the button under the last position kept.
     void checkMouseOnWhichButton(const HoverContext& context);
-    // Closes the open tip with a fade.
+    // How often the settings box's tip has been shown, read and stored in
+    // the preferences; without them it is never shown.
+    void setColorTipTimes(std::function<int()> read, std::function<void(int)> store)
+    {
+        m_readTipTimes = std::move(read);
+        m_storeTipTimes = std::move(store);
+    }
+    // Opens the settings box's tip while the last position kept is in the
+    // box, unless it has been shown often enough.
+    void popupTipsOfColorBox();
+    // Closes the open tips with a fade.
     void disableTips();
-    // A click on a button: no tip is waiting any more, and the open one
-    // goes at once.
+    // A click on a button, or the bar hidden: no tip is waiting any more,
+    // and the open ones go at once.
     void closeTipAtOnce();
     // The window closes: every timer stops, every tip goes.
     void stop();
 
     [[nodiscard]] int openedSlot() const { return m_openedSlot; }
     [[nodiscard]] bool tipWaiting() const { return m_moveTimerPending; }
+    [[nodiscard]] bool colorTipShown() const { return m_colorTipShown; }
 
 private:
     [[nodiscard]] bool inOpenedTip(QPointF p) const;
     [[nodiscard]] bool inColorBox(QPointF p) const;
-    void startMoveTimer(const HoverContext& context);
+    // The wait for the pointer's rest over the bar's buttons, or over the
+    // settings box.
+    void startMoveTimer(const HoverContext& context, bool overColorBox);
     void stopDisableTimer() { ++m_disableTimer; }
     void fade(int slot, double alpha, unsigned generation);
 
@@ -83,6 +104,9 @@ private:
     unsigned m_fades = 0; // a stop ends the fades under way
     bool m_moveTimerPending = false;
     int m_openedSlot = -1;
+    bool m_colorTipShown = false; // and not fading
+    std::function<int()> m_readTipTimes;
+    std::function<void(int)> m_storeTipTimes;
     QRectF m_openedFrame; // the open tip's, window points, y up
 };
 

@@ -10,16 +10,20 @@
 #include "capture/logic/CaptureContext.h"
 #include "core/Clock.h"
 #include "core/Geometry.h"
+#include "core/Localized.h"
 #include "core/MessageBus.h"
+#include "platform/DesktopNotifier.h"
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/PreferenceActions.h"
 #include "toolbar/logic/ButtonBox.h"
+#include "toolbar/logic/SettingsBox.h"
 #include "toolbar/logic/ToolCursor.h"
 #include "toolbar/logic/ToolRegistry.h"
 #include "toolbar/logic/ToolTraits.h"
 #include "toolbar/ui/ClipToolBar.h"
 #include "toolbar/ui/ColorAlphaBox.h"
+#include "toolbar/ui/SettingsBoxView.h"
 
 #include <QPixmap>
 #include <QWidget>
@@ -80,6 +84,7 @@ void AnnotatedImageController::openWindow(QWidget* overlay, std::function<QRectF
             if (const ToolEntry* entry = toolNamed(name))
                 chooseTool(*entry);
         });
+        connectSettingsBox();
     }
     if (m_imageView == nullptr) {
         m_imageView = new annotation::AnnotatedImageView(m_strokes);
@@ -107,6 +112,8 @@ void AnnotatedImageController::closeWindow()
     if (m_state.clipToolbarWindowOpened && m_loaded)
         m_dataOfUsers.store(m_defaults);
     m_state.clipToolbarWindowOpened = false;
+    // The panel first: it hands the keyboard back only to a shown overlay.
+    m_colorPanel.close();
     // Nothing of a capture's mark-up outlives it.
     m_strokes.clear();
     hideColorAlphaBox();
@@ -149,7 +156,7 @@ void AnnotatedImageController::resetButtonBox()
 void AnnotatedImageController::refreshBar()
 {
     if (m_bar)
-        m_bar->refresh(canUndo(), m_dataOfUsers);
+        m_bar->refresh(canUndo(), boxSettings());
 }
 
 bool AnnotatedImageController::canUndo() const
@@ -258,7 +265,14 @@ void AnnotatedImageController::chooseDrawingTool(const ToolEntry& entry)
 void AnnotatedImageController::adjustColorAndSizeButton(int number)
 {
     m_toolBar.adjust(number);
+    // The box shows the active stroke's colour and size, else the tool's.
     refreshBar();
+    // Another tool ends the text being typed; until text views exist there
+    // is none, and a message posted here would hold back the keys and the
+    // drag that follow a tool's key.
+    if (number != annotation::stroketype::Text && number != annotation::stroketype::Note &&
+        m_imageView != nullptr)
+        m_imageView->update();
     resetCursor();
 }
 
@@ -701,6 +715,136 @@ void AnnotatedImageController::hideColorAlphaBox()
 {
     if (m_wheel.pointerMovedOrPressed() && m_boxOfColorAlpha != nullptr)
         m_boxOfColorAlpha->hide();
+}
+
+// The settings box.
+
+void AnnotatedImageController::connectSettingsBox()
+{
+    SettingsBoxView* box = m_bar->view().colorBox();
+    connect(box, &SettingsBoxView::sizeDotClicked, this,
+            &AnnotatedImageController::sizeButtonClick);
+    connect(box, &SettingsBoxView::swatchClicked, this,
+            &AnnotatedImageController::selectColorButtonClick);
+    connect(box, &SettingsBoxView::userSwatchRightClicked, this,
+            &AnnotatedImageController::showPicker);
+    connect(box, &SettingsBoxView::textSizeChosen, this,
+            &AnnotatedImageController::selectSizeButtonClick);
+    connect(&m_colorPanel, &UserColorPanel::colorChanged, this,
+            &AnnotatedImageController::colorChanged);
+}
+
+QColor AnnotatedImageController::userColorOf(const QString& tool) const
+{
+    return storedUserColor(m_defaults.dictionaryForKey(QString(keys::DataOfUsers)), tool);
+}
+
+BoxSettings AnnotatedImageController::boxSettings() const
+{
+    const QString& tool = m_toolBar.selectFunction;
+    // Text views come with the text tools' own layer; until then no text
+    // has a font size of its own.
+    return settingsToShow(m_dataOfUsers, tool, m_strokes.dicOfCurrentStroke, userColorOf(tool));
+}
+
+void AnnotatedImageController::sizeButtonClick(int dot)
+{
+    const QString tool = m_toolBar.selectFunction;
+    const std::optional<int> size = sizeOfDotClick(tool, dot);
+    if (tool.isEmpty() || !size)
+        return;
+    m_dataOfUsers.setValue(tool, QStringLiteral("size"), *size);
+    refreshBoxSizeAndDrawRect(tool);
+}
+
+void AnnotatedImageController::selectSizeButtonClick(const QString& title)
+{
+    const QString tool = m_toolBar.selectFunction;
+    if (tool.isEmpty())
+        return;
+    // Kept as the menu's text; the active text's font follows once text
+    // views exist, never the stroke's own "size".
+    m_dataOfUsers.setValue(tool, QStringLiteral("size"), title);
+    refreshBar();
+    if (m_imageView != nullptr)
+        m_imageView->update();
+}
+
+void AnnotatedImageController::selectColorButtonClick(int swatch)
+{
+    const QString tool = m_toolBar.selectFunction;
+    if (tool.isEmpty() || swatch < 1 || swatch > 6)
+        return;
+    if (swatch <= 5) {
+        m_dataOfUsers.setValue(tool, QStringLiteral("color"),
+                               colorText(swatchColors()[static_cast<std::size_t>(swatch - 1)]));
+        refreshBoxSizeAndDrawRect(tool);
+        return;
+    }
+    if (const QColor own = userColorOf(tool); own.isValid()) {
+        m_dataOfUsers.setValue(tool, QStringLiteral("color"), colorText(own));
+        refreshBoxSizeAndDrawRect(tool);
+        return;
+    }
+    // Nothing to take yet: say how to choose one, and change nothing.
+    if (m_notifier != nullptr)
+        m_notifier->notify({.title = core::localized("This color needs to be customized"),
+                            .body = core::localized("RightMouse click, please"),
+                            .filePath = {},
+                            .withSound = true});
+}
+
+void AnnotatedImageController::showPicker()
+{
+    if (!m_bar || !m_state.clipToolbarWindowOpened || m_toolBar.selectFunction.isEmpty())
+        return;
+    const SettingsBoxView* box = m_bar->view().colorBox();
+    QWidget* overlay = box->parentWidget();
+    if (overlay == nullptr)
+        return;
+    const QRect anchor(box->mapToGlobal(QPoint(0, 0)), box->size());
+    const QColor own = userColorOf(m_toolBar.selectFunction);
+    m_colorPanel.open(overlay, anchor, own.isValid() ? own : boxSettings().color);
+}
+
+void AnnotatedImageController::colorChanged(const QColor& color)
+{
+    const QString tool = m_toolBar.selectFunction;
+    // A late change from a panel whose capture has ended goes nowhere.
+    if (!color.isValid() || tool.isEmpty() || !m_state.clipToolbarWindowOpened)
+        return;
+    const QString text = colorText(color);
+    m_dataOfUsers.setValue(tool, QStringLiteral("userColor"), text);
+    m_dataOfUsers.setValue(tool, QStringLiteral("color"), text);
+    m_defaults.setObject(QString(keys::userColor), text);
+    // Saved at once: swatch 6 reads the saved colour back.
+    m_dataOfUsers.store(m_defaults);
+    refreshBoxSizeAndDrawRect(tool);
+}
+
+void AnnotatedImageController::refreshBoxSizeAndDrawRect(const QString& tool)
+{
+    const QColor color = m_dataOfUsers.color(tool);
+    const int size = m_dataOfUsers.size(tool);
+    refreshBar();
+    if (const std::optional<int> type = applyToActiveStroke(m_strokes, color, size)) {
+        switch (refreshAfterChange(*type)) {
+        case StrokeRefresh::Mosaic:
+            m_bus.post(core::Message::RefreshMosaicDrawRect);
+            break;
+        case StrokeRefresh::HighlightAndMosaic:
+            m_bus.post(core::Message::RefreshHighlightDrawRect);
+            m_bus.post(core::Message::RefreshMosaicDrawRect);
+            break;
+        case StrokeRefresh::ImageView:
+            if (m_imageView != nullptr)
+                m_imageView->update();
+            break;
+        }
+        // The change is an undo step: the undo button may wake.
+        refreshBar();
+    }
+    resetCursor();
 }
 
 } // namespace toolbar

@@ -6,10 +6,12 @@
 #include "annotation/logic/StrokeState.h"
 #include "overlay/logic/AnnotationInput.h"
 #include "toolbar/logic/DataOfUsers.h"
+#include "toolbar/logic/SettingsAdjust.h"
 #include "toolbar/logic/ToolBarState.h"
 #include "toolbar/logic/WheelAdjust.h"
 #include "toolbar/ui/ClipToolBar.h"
 #include "toolbar/ui/ToolBarController.h"
+#include "toolbar/ui/UserColorPanel.h"
 
 #include <QCursor>
 #include <QImage>
@@ -32,6 +34,9 @@ namespace core {
 class Clock;
 class MessageBus;
 } // namespace core
+namespace platform {
+class DesktopNotifier;
+}
 namespace settings {
 class Defaults;
 }
@@ -132,6 +137,23 @@ public:
     // `scale` pixels per point: the marks of the finished picture.
     [[nodiscard]] QImage renderMarks(const QRectF& area, double scale) const;
 
+    // The settings box under the tool: its dots, size menu, swatches and
+    // the colour panel of the user's own colour. The notifier tells that
+    // the own colour is still to be chosen; none: nobody is told.
+    void setNotifier(platform::DesktopNotifier* notifier) { m_notifier = notifier; }
+    void size1ButtonClick() { sizeButtonClick(0); }
+    void size2ButtonClick() { sizeButtonClick(1); }
+    void size3ButtonClick() { sizeButtonClick(2); }
+    void selectSizeButtonClick(const QString& title);
+    // Swatches 1 to 5 and the user's own, 6.
+    void selectColorButtonClick(int swatch);
+    void showPicker();
+    void colorChanged(const QColor& color);
+    // The box, the active stroke and the picture in line with the tool's
+    // remembered colour and size.
+    void refreshBoxSizeAndDrawRect(const QString& tool);
+    [[nodiscard]] const UserColorPanel& colorPanel() const { return m_colorPanel; }
+
 private:
     void windowDidLoad();
     void resetButtonBox();
@@ -153,6 +175,11 @@ private:
     // The bar's looks and its settings box after a change of tool or history.
     void refreshBar();
     [[nodiscard]] bool canUndo() const;
+    void connectSettingsBox();
+    void sizeButtonClick(int dot);
+    // The user's own colour of `tool`, once it has been saved.
+    [[nodiscard]] QColor userColorOf(const QString& tool) const;
+    [[nodiscard]] BoxSettings boxSettings() const;
 
     // The wheel.
     [[nodiscard]] WheelScene wheelScene(QPointF location) const;
@@ -176,6 +203,8 @@ private:
     QCursor m_toolCursor{Qt::CrossCursor};                // the tool's own, see resetCursor()
     // The bar, made at the first opening: on the overlay while open.
     std::unique_ptr<ToolBarController> m_bar;
+    UserColorPanel m_colorPanel;
+    platform::DesktopNotifier* m_notifier = nullptr;
     std::function<QRectF()> m_selection;
     bool m_loaded = false;
     // A preference written here, so its change notice is our own echo.

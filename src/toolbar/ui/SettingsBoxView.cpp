@@ -4,39 +4,79 @@
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/SettingsBox.h"
 
+#include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QToolButton>
 
 namespace toolbar {
 
 namespace {
 
-// The dots' centres and diameters, small to large, and the swatches' grid.
-constexpr std::array<QPointF, 3> kDotCentres{QPointF(12, 16), QPointF(30, 16), QPointF(51, 16)};
+// The dots' diameters, small to large; each sits in the middle of its area.
 constexpr std::array<qreal, 3> kDotDiameters{6, 10, 14};
-constexpr qreal kSwatch = 14;
-constexpr qreal kSwatchLeft = 74;
-constexpr qreal kSwatchPitch = 19;
 const QColor kEdge(0, 0, 0, 90);
+
+QPointF dotCentre(int dot)
+{
+    const QRectF area = dotArea(dot);
+    return {area.center().x(), 16};
+}
 
 } // namespace
 
 SettingsBoxView::SettingsBoxView(QWidget* parent)
     : QWidget(parent)
+    , m_popupSize(new QToolButton(this))
 {
     setObjectName(QStringLiteral("colorBox"));
     setFixedSize(QSizeF(kColorBoxWidth, kColorBoxHeight).toSize());
     setCursor(Qt::ArrowCursor);
+
+    m_popupSize->setObjectName(QStringLiteral("popupSize"));
+    m_popupSize->setPopupMode(QToolButton::InstantPopup);
+    m_popupSize->setFocusPolicy(Qt::NoFocus);
+    m_popupSize->setGeometry(sizeMenuFrame().toRect());
+    auto* menu = new QMenu(m_popupSize);
+    for (const QString& title : textSizeTitles()) {
+        connect(menu->addAction(title), &QAction::triggered, this, [this, title] {
+            m_popupSize->setText(title);
+            Q_EMIT textSizeChosen(title);
+        });
+    }
+    m_popupSize->setMenu(menu);
+    m_popupSize->hide();
 }
 
-void SettingsBoxView::showTool(const QString& toolName, int size, const QColor& color,
-                               const QColor& userColor)
+void SettingsBoxView::showTool(const QString& toolName, const BoxSettings& settings)
 {
     m_tool = toolName;
-    m_size = size;
-    m_color = color.isValid() ? color : QColor(Qt::red);
-    m_userColor = userColor;
+    m_settings = settings;
+    if (!m_settings.color.isValid())
+        m_settings.color = Qt::red;
+    m_popupSize->setVisible(!showsSizeDots(m_tool));
+    m_popupSize->setText(settings.sizeTitle);
     update();
+}
+
+void SettingsBoxView::mousePressEvent(QMouseEvent* event)
+{
+    const QPointF p = event->position();
+    const int swatch = swatchUnder(p);
+    if (event->button() == Qt::RightButton) {
+        if (swatch == 6)
+            Q_EMIT userSwatchRightClicked();
+        return;
+    }
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (swatch > 0) {
+        Q_EMIT swatchClicked(swatch);
+        return;
+    }
+    if (const int dot = dotUnder(m_tool, p); dot >= 0)
+        Q_EMIT sizeDotClicked(dot);
 }
 
 void SettingsBoxView::paintEvent(QPaintEvent*)
@@ -48,21 +88,21 @@ void SettingsBoxView::paintEvent(QPaintEvent*)
     p.drawRect(QRectF(rect()).adjusted(0.1, 0.1, -0.1, -0.1));
 
     p.setPen(Qt::NoPen);
-    const int marked = markedDot(m_tool, m_size);
-    for (std::size_t i = 0; i < 3; ++i) {
+    const int marked = markedDot(m_tool, m_settings.size);
+    for (int i = 0; i < 3; ++i) {
         // The text tools keep only the largest dot, as a sample of their colour.
         if (!showsSizeDots(m_tool) && i < 2)
             continue;
         QColor fill = unmarkedDotColor();
         if (!showsSizeDots(m_tool))
-            fill = m_color;
-        else if (static_cast<int>(i) == marked)
-            fill = markedDotColor(m_tool, m_color);
+            fill = m_settings.color;
+        else if (i == marked)
+            fill = markedDotColor(m_tool, m_settings.color);
         p.setBrush(fill);
-        const qreal r = kDotDiameters[i] / 2;
-        p.drawEllipse(kDotCentres[i], r, r);
+        const qreal r = kDotDiameters[static_cast<std::size_t>(i)] / 2;
+        p.drawEllipse(dotCentre(i), r, r);
     }
-    const QString size = displaySize(m_tool, m_size);
+    const QString size = displaySize(m_tool, m_settings.size);
     if (!size.isEmpty()) {
         QFont font = p.font();
         font.setPixelSize(10);
@@ -71,22 +111,21 @@ void SettingsBoxView::paintEvent(QPaintEvent*)
         p.drawText(QRectF(2, 28, 66, 14), Qt::AlignCenter, size + displaySizeUnit(m_tool));
     }
 
-    // Two rows of three: the five fixed colours, then the user's own, with
-    // a plus over it while there is none.
+    // The user's own colour has a plus over it while there is none.
     p.setPen(QPen(kEdge, 0.5));
-    for (std::size_t i = 0; i < 6; ++i) {
-        const QRectF swatch(kSwatchLeft + static_cast<qreal>(i % 3) * kSwatchPitch, i < 3 ? 5 : 25,
-                            kSwatch, kSwatch);
-        const bool user = i == 5;
-        p.setBrush(user ? (m_userColor.isValid() ? m_userColor : QColor(Qt::white))
-                        : swatchColors()[i]);
-        p.drawRoundedRect(swatch, 2, 2);
-        if (user && !m_userColor.isValid()) {
+    const QColor& user = m_settings.userColor;
+    for (int swatch = 1; swatch <= 6; ++swatch) {
+        const QRectF frame = swatchFrame(swatch);
+        const bool own = swatch == 6;
+        p.setBrush(own ? (user.isValid() ? user : QColor(Qt::white))
+                       : swatchColors()[static_cast<std::size_t>(swatch - 1)]);
+        p.drawRoundedRect(frame, 2, 2);
+        if (own && !user.isValid()) {
             p.setPen(QPen(QColor(90, 90, 90), 1.2));
-            p.drawLine(QPointF(swatch.center().x(), swatch.top() + 3),
-                       QPointF(swatch.center().x(), swatch.bottom() - 3));
-            p.drawLine(QPointF(swatch.left() + 3, swatch.center().y()),
-                       QPointF(swatch.right() - 3, swatch.center().y()));
+            p.drawLine(QPointF(frame.center().x(), frame.top() + 3),
+                       QPointF(frame.center().x(), frame.bottom() - 3));
+            p.drawLine(QPointF(frame.left() + 3, frame.center().y()),
+                       QPointF(frame.right() - 3, frame.center().y()));
         }
     }
 }

@@ -1,33 +1,45 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "toolbar/logic/SettingsAdjust.h"
+
 #include <QColor>
 #include <QWidget>
+
+class QToolButton;
 
 namespace toolbar {
 
 // The settings box `colorBox` under the chosen tool: its three size dots
 // (the current size's filled), the size in words, the five colour swatches
-// and the user's own colour.
+// and the user's own colour; the text tools have a size menu instead of
+// the first two dots. It tells what was clicked; the annotation window
+// decides what that changes.
 class SettingsBoxView final : public QWidget
 {
     Q_OBJECT
 public:
     explicit SettingsBoxView(QWidget* parent = nullptr);
 
-    // The tool whose settings it shows, with its remembered size and colour
-    // (invalid for none) and the user's colour (invalid while there is none).
-    void showTool(const QString& tool, int size, const QColor& color, const QColor& userColor);
+    // The tool whose settings it shows; an invalid colour shows red.
+    void showTool(const QString& tool, const BoxSettings& settings);
     [[nodiscard]] const QString& tool() const { return m_tool; }
+    [[nodiscard]] QToolButton* popupSize() const { return m_popupSize; }
+
+Q_SIGNALS:
+    void sizeDotClicked(int dot);   // 0 to 2
+    void swatchClicked(int swatch); // 1 to 6
+    void userSwatchRightClicked();  // swatch 6, for a colour of one's own
+    void textSizeChosen(const QString& title);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     QString m_tool;
-    int m_size = 0;
-    QColor m_color;
-    QColor m_userColor;
+    BoxSettings m_settings;
+    QToolButton* m_popupSize = nullptr;
 };
 
 // The small pointer `sanjiao` that joins the settings box to its button.

@@ -107,6 +107,32 @@ void TipBoxView::setAlpha(double alpha)
     m_opacity->setOpacity(alpha);
 }
 
+ColorTipView::ColorTipView(QWidget* parent)
+    : QFrame(parent)
+{
+    setObjectName(QStringLiteral("boxColorTips"));
+    setCursor(Qt::ArrowCursor);
+    setAutoFillBackground(true);
+    setFrameShape(QFrame::Box);
+    QPalette palette = this->palette();
+    palette.setColor(QPalette::Window, Qt::white);
+    palette.setColor(QPalette::WindowText, QColor(40, 40, 40));
+    setPalette(palette);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(10, 6, 10, 6);
+    layout->addWidget(new QLabel(
+        core::localized("Right-click the last swatch\nto choose your own colour."), this));
+    m_opacity = new QGraphicsOpacityEffect(this);
+    m_opacity->setOpacity(1.0);
+    setGraphicsEffect(m_opacity);
+    adjustSize();
+}
+
+void ColorTipView::setAlpha(double alpha)
+{
+    m_opacity->setOpacity(alpha);
+}
+
 ButtonTipView::ButtonTipView(QWidget* parent)
     : QWidget(parent)
 {

@@ -38,6 +38,18 @@ private:
     QGraphicsOpacityEffect* m_opacity = nullptr;
 };
 
+// The tip at the settings box's right end: what a user cannot guess there.
+class ColorTipView final : public QFrame
+{
+    Q_OBJECT
+public:
+    explicit ColorTipView(QWidget* parent = nullptr);
+    void setAlpha(double alpha);
+
+private:
+    QGraphicsOpacityEffect* m_opacity = nullptr;
+};
+
 // The black tip box in the overlay's lower-left corner, for the words
 // about the bar's buttons.
 class ButtonTipView final : public QWidget

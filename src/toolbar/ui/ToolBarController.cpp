@@ -6,7 +6,6 @@
 #include "settings/Defaults.h"
 #include "settings/Keys.h"
 #include "settings/Startup.h"
-#include "toolbar/logic/DataOfUsers.h"
 
 namespace toolbar {
 
@@ -22,6 +21,12 @@ ToolBarController::ToolBarController(ToolBarState& state, settings::Defaults& de
     , m_hover(state, clock, *m_view)
     , m_mover(state, clock, [this] { m_view->place(m_state, m_shown); })
 {
+    m_hover.setColorTipTimes(
+        [this] { return static_cast<int>(m_defaults.integerForKey(keys::tipTimes)); },
+        [this](int times) {
+            m_defaults.setInteger(keys::tipTimes, times);
+            m_defaults.synchronize();
+        });
     connect(m_view.get(), &ToolBarView::clicked, this, &ToolBarController::clicked);
     connect(m_view.get(), &ToolBarView::pointerMoved, this, &ToolBarController::hoverMoved);
     connect(m_view.get(), &ToolBarView::shortcutChosen, this,
@@ -68,13 +73,10 @@ void ToolBarController::place(const QRectF& selection)
     m_hover.closeTipAtOnce();
 }
 
-void ToolBarController::refresh(bool canUndo, const DataOfUsers& data)
+void ToolBarController::refresh(bool canUndo, const BoxSettings& box)
 {
     m_view->showLooks(m_state, canUndo);
-    const QString name = m_state.selectFunction;
-    const QVariant user = m_defaults.objectForKey(QStringLiteral("userColor"));
-    m_view->colorBox()->showTool(name, data.size(name), data.color(name),
-                                 user.isValid() ? QColor(user.toString()) : QColor());
+    m_view->colorBox()->showTool(m_state.selectFunction, box);
     m_view->place(m_state, m_shown);
 }
 

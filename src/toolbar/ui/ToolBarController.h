@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "toolbar/logic/SettingsAdjust.h"
 #include "toolbar/logic/ToolBarHover.h"
 #include "toolbar/logic/ToolBarMover.h"
 #include "toolbar/logic/ToolBarState.h"
@@ -19,8 +20,6 @@ class Defaults;
 }
 
 namespace toolbar {
-
-class DataOfUsers;
 
 // The annotation window's tool bar on the overlay of the selection: its
 // widgets placed from the bar's state, the hover that opens the tips, the
@@ -49,7 +48,7 @@ public:
     [[nodiscard]] bool shown() const { return m_shown; }
     // The buttons' looks and the settings box after a change of tool or
     // history.
-    void refresh(bool canUndo, const DataOfUsers& data);
+    void refresh(bool canUndo, const BoxSettings& box);
     // A button was clicked or a key chose: no tip waits or stays open.
     void closeTipAtOnce() { m_hover.closeTipAtOnce(); }
     // The selection is a window, which cannot scroll.

@@ -18,6 +18,7 @@ ToolBarView::ToolBarView(std::function<QVariantMap()> shortcuts, QObject* parent
     , m_colorBox(new SettingsBoxView())
     , m_sanjiao(new SanjiaoView())
     , m_buttonTip(new ButtonTipView())
+    , m_colorTip(new ColorTipView())
 {
     connect(m_bar, &ClipToolBar::clicked, this, &ToolBarView::clicked);
     watchPointer(m_bar);
@@ -28,6 +29,7 @@ ToolBarView::~ToolBarView()
 {
     for (QPointer<TipBoxView>& tipView : m_tips)
         delete tipView.data();
+    delete m_colorTip.data();
     delete m_buttonTip.data();
     delete m_sanjiao.data();
     delete m_colorBox.data();
@@ -74,7 +76,8 @@ void ToolBarView::detach()
 void ToolBarView::reparent(QWidget* parent)
 {
     for (QWidget* w : {static_cast<QWidget*>(m_colorBox), static_cast<QWidget*>(m_sanjiao),
-                       static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_buttonTip)}) {
+                       static_cast<QWidget*>(m_bar), static_cast<QWidget*>(m_buttonTip),
+                       static_cast<QWidget*>(m_colorTip)}) {
         w->hide();
         w->setParent(parent);
     }
@@ -150,7 +153,7 @@ bool ToolBarView::contains(QPoint global) const
     const auto under = [global](const QWidget* w) {
         return w != nullptr && w->isVisible() && w->rect().contains(w->mapFromGlobal(global));
     };
-    if (under(m_bar) || under(m_colorBox))
+    if (under(m_bar) || under(m_colorBox) || under(m_colorTip))
         return true;
     return std::any_of(m_tips.begin(), m_tips.end(),
                        [&](const QPointer<TipBoxView>& t) { return under(t.data()); });
@@ -171,6 +174,8 @@ TipBoxView& ToolBarView::tip(int slot)
 
 QSizeF ToolBarView::tipSize(int slot)
 {
+    if (slot == kColorTipSlot)
+        return m_colorTip != nullptr ? QSizeF(m_colorTip->size()) : QSizeF();
     if (slot < 0 || slot >= kSlotCount)
         return {};
     TipBoxView& tipView = tip(slot);
@@ -180,6 +185,15 @@ QSizeF ToolBarView::tipSize(int slot)
 
 void ToolBarView::showTip(int slot, QPointF origin)
 {
+    if (slot == kColorTipSlot) {
+        if (m_overlay == nullptr || m_colorTip == nullptr)
+            return;
+        m_colorTip->setAlpha(1.0);
+        move(m_colorTip, origin);
+        m_colorTip->show();
+        m_colorTip->raise();
+        return;
+    }
     if (m_overlay == nullptr || slot < 0 || slot >= kSlotCount)
         return;
     TipBoxView& tipView = tip(slot);
@@ -192,12 +206,21 @@ void ToolBarView::showTip(int slot, QPointF origin)
 
 void ToolBarView::setTipAlpha(int slot, double alpha)
 {
+    if (slot == kColorTipSlot && m_colorTip != nullptr)
+        m_colorTip->setAlpha(alpha);
     if (TipBoxView* tipView = tipBox(slot))
         tipView->setAlpha(alpha);
 }
 
 void ToolBarView::hideTip(int slot)
 {
+    if (slot == kColorTipSlot) {
+        if (m_colorTip != nullptr) {
+            m_colorTip->hide();
+            m_colorTip->setAlpha(0.0);
+        }
+        return;
+    }
     if (TipBoxView* tipView = tipBox(slot)) {
         tipView->hide();
         tipView->setAlpha(0.0);

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] SettingsBoxView* colorBox() const { return m_colorBox; }
     [[nodiscard]] ButtonTipView* buttonTip() const { return m_buttonTip; }
     [[nodiscard]] TipBoxView* tipBox(int slot) const;
+    [[nodiscard]] ColorTipView* colorTip() const { return m_colorTip; }
 
     // The bar where the state has it, and the settings box under the tool
     // that is on, if any; `shown` false hides them all.
@@ -79,6 +80,7 @@ private:
     QPointer<SanjiaoView> m_sanjiao;
     QPointer<ButtonTipView> m_buttonTip;
     std::array<QPointer<TipBoxView>, kSlotCount> m_tips{};
+    QPointer<ColorTipView> m_colorTip;      // at the settings box's right end
     std::pair<quint64, QPointF> m_lastMove; // the last move told, by time and place
 };
 

@@ -29,6 +29,9 @@ inline constexpr int kStrokeBand = 5;
 class MarkUp : public CaptureFixture
 {
 protected:
+    // The desktop's options (a notification server, say) as the capture's.
+    using CaptureFixture::CaptureFixture;
+
     void SetUp() override
     {
         CaptureFixture::SetUp();

@@ -396,6 +396,72 @@ TEST_F(Hover, duringAScrollingCaptureTheFirstButtonsTipIsCancelsOneSlotRight)
     EXPECT_TRUE(tips.alphas.empty());
 }
 
+TEST_F(Hover, theSettingsBoxTipOpensAtItsRightEndOnARestSixTimesInAllAndGoesWithThePointer)
+{
+    int times = 0;
+    hover.setColorTipTimes([&times] { return times; }, [&times](int t) { times = t; });
+    state.adjust(0); // the rectangle's box: 438,200 155 by 45, y up
+    const QPointF inBox(500, 220);
+
+    rest(inBox);
+    EXPECT_TRUE(state.mouseOnButton);
+    clock.advance(499ms);
+    EXPECT_EQ(tips.shown, -1);
+    clock.advance(1ms);
+    EXPECT_EQ(tips.shown, kColorTipSlot);
+    EXPECT_EQ(tips.at, QPointF(438 + 155, 200));
+    EXPECT_EQ(times, 1);
+    EXPECT_TRUE(state.boxColorTipsOpening);
+    EXPECT_FALSE(state.tipsBoxIsOpening);
+    // Six seconds on it fades as the buttons' tips do.
+    clock.advance(6000ms);
+    EXPECT_FALSE(hover.colorTipShown());
+    clock.advance(500ms);
+    EXPECT_EQ(tips.alphas.size(), 10U);
+    EXPECT_EQ(tips.shown, -1);
+
+    // Leaving the box closes it at once, with the fade.
+    state.boxColorTipsOpening = false;
+    rest(inBox);
+    clock.advance(500ms);
+    ASSERT_EQ(tips.shown, kColorTipSlot);
+    EXPECT_EQ(times, 2);
+    rest(QPointF(500, 150));
+    EXPECT_FALSE(state.boxColorTipsOpening);
+    EXPECT_FALSE(hover.colorTipShown());
+    clock.advance(500ms);
+    EXPECT_EQ(tips.shown, -1);
+    // A pointer that left before the rest ended opens nothing.
+    rest(inBox);
+    rest(QPointF(500, 150));
+    clock.advance(500ms);
+    EXPECT_EQ(tips.shown, -1);
+    EXPECT_EQ(times, 2);
+
+    // After the sixth showing it never opens again.
+    times = 5;
+    rest(inBox);
+    clock.advance(500ms);
+    EXPECT_EQ(tips.shown, kColorTipSlot);
+    EXPECT_EQ(times, 6);
+    rest(QPointF(500, 150));
+    clock.advance(500ms);
+    const int opens = tips.opens;
+    rest(inBox);
+    clock.advance(500ms);
+    EXPECT_EQ(tips.opens, opens);
+    EXPECT_EQ(times, 6);
+
+    // A hidden bar takes the tip with it at once.
+    times = 0;
+    rest(inBox);
+    clock.advance(500ms);
+    ASSERT_EQ(tips.shown, kColorTipSlot);
+    hover.closeTipAtOnce();
+    EXPECT_EQ(tips.shown, -1);
+    EXPECT_FALSE(state.boxColorTipsOpening);
+}
+
 TEST(ToolBarMover, aControlTapMovesABarInsideTheSelectionOffTheScreenAndBack)
 {
     ToolBarState state;
