@@ -36,7 +36,8 @@ Stroke patch(int list, QRectF rect, int size, bool blocks = true)
 class MosaicLayer : public ::testing::Test
 {
 protected:
-    QImage paint(const StrokeState& strokes, const QString& underPointer = {}, bool finishing = false)
+    QImage paint(const StrokeState& strokes, const QString& underPointer = {},
+                 bool finishing = false)
     {
         QImage out = frozen.copy();
         QPainter painter(&out);
