@@ -146,6 +146,15 @@ TEST_F(MarkUpCursor, TheToolsCursorShowsItsColourAndSizeAndFollowsTheToolButNotO
     EXPECT_NE(toolCursorFault(overStroke, kGreen, 1), "");
     pointAt(free);
     cursorOnceIt([](const CursorImage& c) { return toolCursorFault(c, kGreen, 1).empty(); });
+
+    // The bar has the arrow; back over the picture, the tool's cursor again.
+    const QRectF bar = toolbar::placeButtonBox(QRectF(kRegion), QSizeF(1920, 1080));
+    pointAt(toolbar::buttonCentre(bar, QStringLiteral("undo")).toPoint());
+    cursorOnceIt([](const CursorImage& c) { return !toolCursorFault(c, kGreen, 1).empty(); });
+    pointAt(free);
+    const CursorImage back =
+        cursorOnceIt([](const CursorImage& c) { return toolCursorFault(c, kGreen, 1).empty(); });
+    EXPECT_EQ(toolCursorFault(back, kGreen, 1), "") << "the bar's arrow stayed over the picture";
     typeKey("Escape");
     ASSERT_TRUE(waitFor([&] { return overlaysGone(); }));
 

@@ -23,6 +23,7 @@
 #include <QScreen>
 #include <QTextStream>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <chrono>
 #include <utility>
@@ -342,7 +343,17 @@ MonitorGates QNClipScreenManager::monitorGates() const
 bool QNClipScreenManager::pointerOnOwnWidget(QPointF global)
 {
     // Over the tool bar the buttons take the pointer themselves.
+    const bool wasOnButton = mouseOnButton;
     mouseOnButton = m_annotation->barContains(global.toPoint());
+    if (wasOnButton && !mouseOnButton) {
+        // The bar showed its own cursor, and as the overlay takes the moves
+        // off it, Qt never puts the overlay's back: do that here.
+        for (const auto& controller : m_controllers) {
+            QWidget* overlay = controller->overlayWindow();
+            if (overlay != nullptr && overlay->windowHandle() != nullptr)
+                overlay->windowHandle()->setCursor(overlay->cursor());
+        }
+    }
     return mouseOnButton;
 }
 
