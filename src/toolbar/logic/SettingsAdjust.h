@@ -9,6 +9,7 @@
 #include <QVariantMap>
 
 #include <optional>
+#include <vector>
 
 namespace annotation {
 class StrokeState;
@@ -41,6 +42,8 @@ struct BoxSettings
     int size = 0;
     QColor userColor;  // invalid: the plus sign instead
     QString sizeTitle; // the text tools' size menu
+    // Whether each of the tool's shape options is on (see shapeOptions()).
+    std::vector<bool> options;
 };
 
 // The active stroke's colour and size while one is active, else the tool's

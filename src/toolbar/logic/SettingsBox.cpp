@@ -2,6 +2,7 @@
 #include "toolbar/logic/SettingsBox.h"
 
 #include "core/Geometry.h"
+#include "settings/Keys.h"
 #include "toolbar/logic/ButtonBox.h"
 
 namespace toolbar {
@@ -104,6 +105,34 @@ QRectF swatchFrame(int swatch)
 QRectF sizeMenuFrame()
 {
     return {2, 8, 38, 24};
+}
+
+std::vector<QLatin1StringView> shapeOptions(QStringView tool)
+{
+    namespace keys = settings::keys;
+    if (tool == u"square")
+        return {keys::enableRoundOfSquare, keys::filledOfSquare};
+    if (tool == u"ellipse")
+        return {keys::filledOfEllipse};
+    if (tool == u"arrow")
+        return {keys::normalTypeOfArrow};
+    return {};
+}
+
+QRectF optionFrame(int i)
+{
+    // Stacked in the strip right of the swatches.
+    return {134, 5 + 20.0 * i, 16, 16};
+}
+
+int optionUnder(QStringView tool, QPointF p)
+{
+    const auto count = static_cast<int>(shapeOptions(tool).size());
+    for (int i = 0; i < count; ++i) {
+        if (optionFrame(i).contains(p))
+            return i;
+    }
+    return -1;
 }
 
 int dotUnder(QStringView tool, QPointF p)

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <vector>
 
 // What the settings box under a chosen tool shows: three size dots, the
 // size in words, and the colour swatches.
@@ -39,6 +40,15 @@ namespace toolbar {
 // The dot (0 to 2) or swatch (1 to 6) under a point of the box; -1 for none.
 [[nodiscard]] int dotUnder(QStringView tool, QPointF p);
 [[nodiscard]] int swatchUnder(QPointF p);
+
+// The shape options a tool offers at the box's right end, as the
+// preferences that hold them: the rectangle's round corners and fill, the
+// ellipse's fill, the arrow's kind (on: the stroked head, off: the dart).
+[[nodiscard]] std::vector<QLatin1StringView> shapeOptions(QStringView tool);
+// The frame of option `i` in the box, and the option under a point; -1 for
+// none.
+[[nodiscard]] QRectF optionFrame(int i);
+[[nodiscard]] int optionUnder(QStringView tool, QPointF p);
 
 // The box under `tool` in the overlay's top-left points, for a
 // `selection` (without its band) on a `screen`, as the bar places it.

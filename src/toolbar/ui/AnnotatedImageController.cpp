@@ -730,6 +730,8 @@ void AnnotatedImageController::connectSettingsBox()
             &AnnotatedImageController::showPicker);
     connect(box, &SettingsBoxView::textSizeChosen, this,
             &AnnotatedImageController::selectSizeButtonClick);
+    connect(box, &SettingsBoxView::optionClicked, this,
+            &AnnotatedImageController::optionButtonClick);
     connect(&m_colorPanel, &UserColorPanel::colorChanged, this,
             &AnnotatedImageController::colorChanged);
 }
@@ -744,7 +746,23 @@ BoxSettings AnnotatedImageController::boxSettings() const
     const QString& tool = m_toolBar.selectFunction;
     // Text views come with the text tools' own layer; until then no text
     // has a font size of its own.
-    return settingsToShow(m_dataOfUsers, tool, m_strokes.dicOfCurrentStroke, userColorOf(tool));
+    BoxSettings box =
+        settingsToShow(m_dataOfUsers, tool, m_strokes.dicOfCurrentStroke, userColorOf(tool));
+    for (const QLatin1StringView key : shapeOptions(tool))
+        box.options.push_back(m_defaults.boolForKey(key));
+    return box;
+}
+
+void AnnotatedImageController::optionButtonClick(int option)
+{
+    const std::vector<QLatin1StringView> options = shapeOptions(m_toolBar.selectFunction);
+    if (option < 0 || option >= static_cast<int>(options.size()))
+        return;
+    // The preference's change notice brings it to the active stroke.
+    const QLatin1StringView key = options[static_cast<std::size_t>(option)];
+    m_defaults.setBool(key, !m_defaults.boolForKey(key));
+    m_defaults.synchronize();
+    refreshBar();
 }
 
 void AnnotatedImageController::sizeButtonClick(int dot)

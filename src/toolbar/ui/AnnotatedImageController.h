@@ -144,6 +144,8 @@ public:
     void size1ButtonClick() { sizeButtonClick(0); }
     void size2ButtonClick() { sizeButtonClick(1); }
     void size3ButtonClick() { sizeButtonClick(2); }
+    // A shape option of the box turned on or off.
+    void optionButtonClick(int option);
     void selectSizeButtonClick(const QString& title);
     // Swatches 1 to 5 and the user's own, 6.
     void selectColorButtonClick(int swatch);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolbar/ui/SettingsBoxView.h"
 
+#include "settings/Keys.h"
 #include "toolbar/logic/ButtonBox.h"
 #include "toolbar/logic/SettingsBox.h"
 
@@ -75,6 +76,10 @@ void SettingsBoxView::mousePressEvent(QMouseEvent* event)
         Q_EMIT swatchClicked(swatch);
         return;
     }
+    if (const int option = optionUnder(m_tool, p); option >= 0) {
+        Q_EMIT optionClicked(option);
+        return;
+    }
     if (const int dot = dotUnder(m_tool, p); dot >= 0)
         Q_EMIT sizeDotClicked(dot);
 }
@@ -126,6 +131,53 @@ void SettingsBoxView::paintEvent(QPaintEvent*)
                        QPointF(frame.center().x(), frame.bottom() - 3));
             p.drawLine(QPointF(frame.left() + 3, frame.center().y()),
                        QPointF(frame.right() - 3, frame.center().y()));
+        }
+    }
+    paintOptions(p);
+}
+
+void SettingsBoxView::paintOptions(QPainter& p) const
+{
+    const std::vector<QLatin1StringView> keys = shapeOptions(m_tool);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const QRectF frame = optionFrame(static_cast<int>(i));
+        const bool on = i < m_settings.options.size() && m_settings.options[i];
+        // An option that is on stands pressed.
+        p.setPen(QPen(kEdge, 0.5));
+        p.setBrush(on ? QColor(200, 222, 250) : QColor(Qt::white));
+        p.drawRoundedRect(frame, 3, 3);
+        const QRectF glyph = frame.adjusted(4, 4, -4, -4);
+        const QColor ink(70, 70, 70);
+        p.setPen(QPen(ink, 1.2));
+        p.setBrush(Qt::NoBrush);
+        const QLatin1StringView key = keys[i];
+        if (key == settings::keys::enableRoundOfSquare) {
+            p.drawRoundedRect(glyph, 3, 3);
+        } else if (key == settings::keys::filledOfSquare) {
+            p.setBrush(ink);
+            p.drawRect(glyph);
+        } else if (key == settings::keys::filledOfEllipse) {
+            p.setBrush(ink);
+            p.drawEllipse(glyph);
+        } else if (key == settings::keys::normalTypeOfArrow) {
+            // The stroked head when on, the dart when off.
+            QPainterPath head;
+            head.moveTo(glyph.topRight());
+            head.lineTo(glyph.right() - 5, glyph.top() + 1);
+            head.lineTo(glyph.right() - 1, glyph.top() + 5);
+            head.closeSubpath();
+            p.setBrush(ink);
+            if (on) {
+                p.drawLine(glyph.bottomLeft(), glyph.topRight());
+                p.drawPath(head);
+            } else {
+                QPolygonF dart;
+                dart << glyph.bottomLeft() << glyph.topRight()
+                     << QPointF(glyph.left() + 2, glyph.bottom() - 0.5);
+                p.setPen(Qt::NoPen);
+                p.drawPolygon(dart);
+                p.drawPath(head);
+            }
         }
     }
 }

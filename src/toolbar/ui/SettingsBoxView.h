@@ -6,6 +6,7 @@
 #include <QColor>
 #include <QWidget>
 
+class QPainter;
 class QToolButton;
 
 namespace toolbar {
@@ -31,10 +32,15 @@ Q_SIGNALS:
     void swatchClicked(int swatch); // 1 to 6
     void userSwatchRightClicked();  // swatch 6, for a colour of one's own
     void textSizeChosen(const QString& title);
+    void optionClicked(int option); // 0 on, see shapeOptions()
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    // The shape options at the box's right end, pressed when on.
+    void paintOptions(QPainter& p) const;
 
 private:
     QString m_tool;

@@ -5,6 +5,7 @@
 #include "toolbar/logic/SettingsBox.h"
 #include "AnnotationBench.h"
 #include "platform/null/NullServices.h"
+#include "settings/Keys.h"
 #include "support/GoldenImage.h"
 #include "toolbar/ui/SettingsBoxView.h"
 #include "toolbar/ui/ToolBarView.h"
@@ -117,6 +118,36 @@ TEST(SettingsBox, aSwatchOrDotRecoloursTheActiveStrokeAsAnUndoStepAndTheToolAfte
     EXPECT_EQ(b.controller.dataOfUsers().size(QStringLiteral("text")), 36);
 }
 
+TEST(SettingsBox, aShapeOptionTurnsThePreferenceAndTheActiveStrokeAsAnUndoStep)
+{
+    SettingsBench b;
+    b.choose("square");
+    b.stroke(QPointF(400, 400), QPointF(500, 500));
+    // Round corners, then fill: each a preference and a step of the stroke.
+    click(b.box(), optionFrame(0).center());
+    EXPECT_TRUE(b.defaults.boolForKey(settings::keys::enableRoundOfSquare));
+    click(b.box(), optionFrame(1).center());
+    EXPECT_TRUE(b.defaults.boolForKey(settings::keys::filledOfSquare));
+    ASSERT_EQ(b.controller.strokes().arrayOfStrokes().size(), 3U);
+    EXPECT_TRUE(b.controller.strokes().arrayOfStrokes().back().filledOfSquare);
+    EXPECT_TRUE(b.controller.strokes().arrayOfStrokes().back().enableRoundOfSquare);
+    b.controller.undo();
+    EXPECT_FALSE(b.controller.strokes().currentStrokes(false).front().filledOfSquare);
+    // The box shows the fill pressed; a second click turns it off.
+    const QImage pressed = b.box()->grab().toImage();
+    click(b.box(), optionFrame(1).center());
+    EXPECT_FALSE(b.defaults.boolForKey(settings::keys::filledOfSquare));
+    EXPECT_NE(b.box()->grab().toImage(), pressed);
+
+    // The arrow's one option is its kind; the line has none.
+    b.choose("arrow");
+    const bool stroked = b.defaults.boolForKey(settings::keys::normalTypeOfArrow);
+    click(b.box(), optionFrame(0).center());
+    EXPECT_NE(b.defaults.boolForKey(settings::keys::normalTypeOfArrow), stroked);
+    b.choose("line");
+    EXPECT_EQ(optionUnder(u"line", optionFrame(0).center()), -1);
+}
+
 TEST(SettingsBox, theOwnColourIsAskedForThenChosenInThePanelAndSavedAtOnce)
 {
     SettingsBench b;
@@ -223,6 +254,10 @@ TEST_P(ColorBoxGolden, LooksAsRecorded)
     settings.sizeTitle = QString::number(c.size);
     if (c.ownColour)
         settings.userColor = QColor(120, 40, 200);
+    // The first shape option on, to be seen pressed beside one that is off.
+    settings.options.assign(shapeOptions(QString::fromLatin1(c.tool)).size(), false);
+    if (!settings.options.empty())
+        settings.options.front() = true;
     view.showTool(QString::fromLatin1(c.tool), settings);
     const QImage picture = view.grab().toImage().convertToFormat(QImage::Format_ARGB32);
     const QString name =
