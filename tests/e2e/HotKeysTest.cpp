@@ -104,24 +104,9 @@ namespace {
 // shown ones are closed first, so that its history holds them all.
 QStringList notificationBodies()
 {
-    const QString service = QStringLiteral("org.freedesktop.Notifications");
-    const QString path = QStringLiteral("/org/freedesktop/Notifications");
-    const QString dunst = QStringLiteral("org.dunstproject.cmd0");
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.call(QDBusMessage::createMethodCall(service, path, dunst,
-                                            QStringLiteral("NotificationCloseAll")));
-    const QDBusMessage reply = bus.call(QDBusMessage::createMethodCall(
-        service, path, dunst, QStringLiteral("NotificationListHistory")));
     QStringList bodies;
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return bodies;
-    QList<QVariantMap> history;
-    reply.arguments().constFirst().value<QDBusArgument>() >> history;
-    for (const QVariantMap& n : history) {
-        const QVariant app = n.value(QStringLiteral("appname"));
-        if (app.toString() == QLatin1String("Kelvo"))
-            bodies << n.value(QStringLiteral("body")).toString();
-    }
+    for (const QVariantMap& n : kelvoNotificationHistory())
+        bodies << n.value(QStringLiteral("body")).toString();
     return bodies;
 }
 

@@ -30,24 +30,10 @@ bool near(QColor a, QColor b, int tolerance = 6)
 // shown; shown ones are closed first, so that its history holds them all.
 QStringList kelvoNotifications()
 {
-    const QString service = QStringLiteral("org.freedesktop.Notifications");
-    const QString path = QStringLiteral("/org/freedesktop/Notifications");
-    const QString dunst = QStringLiteral("org.dunstproject.cmd0");
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.call(QDBusMessage::createMethodCall(service, path, dunst,
-                                            QStringLiteral("NotificationCloseAll")));
-    const QDBusMessage reply = bus.call(QDBusMessage::createMethodCall(
-        service, path, dunst, QStringLiteral("NotificationListHistory")));
     QStringList shown;
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
-        return shown;
-    QList<QVariantMap> history;
-    reply.arguments().constFirst().value<QDBusArgument>() >> history;
-    for (const QVariantMap& n : history) {
-        if (n.value(QStringLiteral("appname")).toString() == QLatin1String("Kelvo"))
-            shown << n.value(QStringLiteral("summary")).toString() + u'|' +
-                         n.value(QStringLiteral("body")).toString();
-    }
+    for (const QVariantMap& n : kelvoNotificationHistory())
+        shown << n.value(QStringLiteral("summary")).toString() + u'|' +
+                     n.value(QStringLiteral("body")).toString();
     return shown;
 }
 

@@ -2,6 +2,10 @@
 #include "support/TestDesktop.h"
 
 #include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QFile>
 #include <QProcess>
 #include <QThread>
@@ -94,6 +98,28 @@ TestDesktop::~TestDesktop()
 {
     QProcess::execute(sourceDir() + QStringLiteral("/scripts/desktop"),
                       {QStringLiteral("stop"), m_dir.path()});
+}
+
+QList<QVariantMap> kelvoNotificationHistory()
+{
+    const QString service = QStringLiteral("org.freedesktop.Notifications");
+    const QString path = QStringLiteral("/org/freedesktop/Notifications");
+    const QString dunst = QStringLiteral("org.dunstproject.cmd0");
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.call(QDBusMessage::createMethodCall(service, path, dunst,
+                                            QStringLiteral("NotificationCloseAll")));
+    const QDBusMessage reply = bus.call(QDBusMessage::createMethodCall(
+        service, path, dunst, QStringLiteral("NotificationListHistory")));
+    QList<QVariantMap> kelvo;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return kelvo;
+    QList<QVariantMap> history;
+    reply.arguments().constFirst().value<QDBusArgument>() >> history;
+    for (const QVariantMap& n : history) {
+        if (n.value(QStringLiteral("appname")).toString() == QLatin1String("Kelvo"))
+            kelvo << n;
+    }
+    return kelvo;
 }
 
 } // namespace e2e

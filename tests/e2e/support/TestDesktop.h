@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVariantMap>
 
 #include <chrono>
 #include <functional>
@@ -50,6 +52,11 @@ private:
 // what they expect to see, never on fixed sleeps.
 bool waitFor(const std::function<bool()>& condition,
              std::chrono::milliseconds timeout = std::chrono::seconds(10));
+
+// Kelvo's notifications that the desktop's server (dunst) has shown, oldest
+// or newest first as dunst keeps them; shown ones are closed first, so that
+// its history holds them all.
+QList<QVariantMap> kelvoNotificationHistory();
 
 // The repository's root and the kelvo binary under test.
 QString sourceDir();
