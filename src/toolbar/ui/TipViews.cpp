@@ -31,6 +31,18 @@ QString fixedShortcut(int slot, const QVariantMap& shortcutOfButton)
     return key.isEmpty() ? QString() : shortcutOfButton.value(QString(key)).toString();
 }
 
+// The tips' common look: a white box with dark words and the arrow cursor.
+void lookLikeATip(QFrame& tip)
+{
+    tip.setCursor(Qt::ArrowCursor);
+    tip.setAutoFillBackground(true);
+    tip.setFrameShape(QFrame::Box);
+    QPalette palette = tip.palette();
+    palette.setColor(QPalette::Window, Qt::white);
+    palette.setColor(QPalette::WindowText, QColor(40, 40, 40));
+    tip.setPalette(palette);
+}
+
 } // namespace
 
 TipBoxView::TipBoxView(int slot, QWidget* parent)
@@ -39,13 +51,7 @@ TipBoxView::TipBoxView(int slot, QWidget* parent)
 {
     const Slot& s = slots()[static_cast<std::size_t>(slot)];
     setObjectName(QString(s.tipBox));
-    setCursor(Qt::ArrowCursor);
-    setAutoFillBackground(true);
-    setFrameShape(QFrame::Box);
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::Window, Qt::white);
-    palette.setColor(QPalette::WindowText, QColor(40, 40, 40));
-    setPalette(palette);
+    lookLikeATip(*this);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(10, 6, 10, 6);
@@ -111,13 +117,7 @@ ColorTipView::ColorTipView(QWidget* parent)
     : QFrame(parent)
 {
     setObjectName(QStringLiteral("boxColorTips"));
-    setCursor(Qt::ArrowCursor);
-    setAutoFillBackground(true);
-    setFrameShape(QFrame::Box);
-    QPalette palette = this->palette();
-    palette.setColor(QPalette::Window, Qt::white);
-    palette.setColor(QPalette::WindowText, QColor(40, 40, 40));
-    setPalette(palette);
+    lookLikeATip(*this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(10, 6, 10, 6);
     layout->addWidget(new QLabel(
