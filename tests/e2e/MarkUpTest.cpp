@@ -2,6 +2,7 @@
 // Marking a capture up as a person does: a tool chosen by its key, strokes
 // dragged inside the selection, undo, redo and delete, and the marks in the
 // picture that reaches the clipboard.
+#include "support/CursorImage.h"
 #include "support/MarkUpFixture.h"
 
 using namespace e2e;
@@ -170,13 +171,22 @@ TEST_F(MarkUp, AStrokeGrabbedWithAnotherToolMovesResizesWithAFlipAndUndoesStepBy
     const QRect flipped(pastCorner, moved.topLeft());
     const auto onScreen = [](QPoint local) { return kRegion.topLeft() + local; };
 
-    // Rests the pointer beside `local` and then on it, so the hover has
-    // seen it arrive, and drags from there by `by` in twelve moves.
+    // The drawing tool's cross: 32 by 32, held at its middle, red arms.
+    const auto showsToolCross = [&] {
+        const std::optional<CursorImage> now = currentCursor(x->connection());
+        return now && now->image.size() == QSize(32, 32) && now->hotSpot == QPoint(16, 16) &&
+               isRed(now->image.pixelColor(6, 16));
+    };
+    // Rests the pointer beside `local` and then on it, and waits until the
+    // pointer shows that a press there takes hold of a stroke (the drawing
+    // tool's cross gives way), then drags by `by` in twelve moves.
     const auto dragFrom = [&](QPoint local, QPoint by, const std::function<void()>& pressed = {}) {
         x->movePointer(onScreen(local).x() - 12, onScreen(local).y() + 12);
         barrier();
         x->movePointer(onScreen(local).x(), onScreen(local).y());
         barrier();
+        EXPECT_TRUE(waitFor([&] { return !showsToolCross(); }))
+            << "the pointer at " << local.x() << "," << local.y() << " offers no grab";
         x->pressButton(1);
         barrier();
         if (pressed)
@@ -196,6 +206,9 @@ TEST_F(MarkUp, AStrokeGrabbedWithAnotherToolMovesResizesWithAFlipAndUndoesStepBy
         chooseTool("1", "square");
         strokeIn(box.topLeft(), box.bottomRight());
         chooseTool("4", "arrow");
+        x->movePointer(onScreen(QPoint(40, 300)).x(), onScreen(QPoint(40, 300)).y());
+        barrier();
+        EXPECT_TRUE(waitFor(showsToolCross)) << "free space shows no tool cross";
         ASSERT_LT(x->pixel(onScreen(box.topLeft()).x(), onScreen(box.topLeft()).y()).green(), 200);
         dragFrom(QPoint(box.left(), box.center().y()), QPoint(50, 0), [&] {
             // Active at the press: its handles show, white on the corners.
