@@ -5,6 +5,8 @@
 #include "settings/Keys.h"
 #include "toolbar/logic/ButtonBox.h"
 
+#include <cstdio>
+
 namespace toolbar {
 
 namespace {
@@ -61,8 +63,13 @@ QString displaySize(QStringView tool, int size)
 {
     if (isText(tool))
         return {};
-    if (tool == u"highlight")
-        return QString::number(size * 2.5, 'f', 0);
+    // Written as printf writes it: a half goes to the even neighbour, so 5
+    // (12.5%) reads 12.
+    if (tool == u"highlight") {
+        std::array<char, 32> text{};
+        std::snprintf(text.data(), text.size(), "%.f", size * 2.5);
+        return QString::fromLatin1(text.data());
+    }
     return QString::number(size);
 }
 

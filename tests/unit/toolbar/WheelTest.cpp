@@ -141,6 +141,8 @@ TEST(WheelSteps, textSizesNotesAndOpacityKeepToTheirTables)
 
     // The highlight's size reads in per cent: 40 is the whole 100%.
     EXPECT_EQ(displaySize(u"highlight", 40), QStringLiteral("100"));
+    EXPECT_EQ(displaySize(u"highlight", 5), QStringLiteral("12"));
+    EXPECT_EQ(displaySize(u"highlight", 7), QStringLiteral("18"));
     EXPECT_EQ(displaySizeUnit(u"highlight"), QStringLiteral("%"));
     EXPECT_EQ(displaySize(u"square", 17), QStringLiteral("17"));
 }
