@@ -184,6 +184,12 @@ protected:
             return;
         ++captures;
         triggerCapture();
+        // A dialog a key opened may show only now; Kelvo then brings it
+        // forward instead of capturing, and a user answers it first.
+        if (waitFor([&] { return overlaysUp() || !dialogs().isEmpty(); }, 20s) && !overlaysUp()) {
+            dismissDialogs();
+            triggerCapture();
+        }
         ASSERT_TRUE(waitFor([&] { return overlaysUp(); }, 20s))
             << "capture " << captures << " did not come up; Kelvo's windows: "
             << xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
